@@ -1,0 +1,11 @@
+# What the program is built with. Nothing is downloaded; every library comes from the system.
+find_package(Qt6 6.4 REQUIRED COMPONENTS Core Gui Widgets DBus Svg)
+find_package(QCoro6 0.8 REQUIRED COMPONENTS Core DBus)
+find_package(PkgConfig REQUIRED)
+pkg_check_modules(XCB REQUIRED IMPORTED_TARGET xcb xcb-shm xcb-randr xcb-xfixes)
+pkg_check_modules(CANBERRA REQUIRED IMPORTED_TARGET libcanberra)
+pkg_check_modules(ISAL REQUIRED IMPORTED_TARGET libisal)
+pkg_check_modules(ZLIB REQUIRED IMPORTED_TARGET zlib)
+pkg_check_modules(JPEG REQUIRED IMPORTED_TARGET libjpeg)
+pkg_check_modules(TIFF REQUIRED IMPORTED_TARGET libtiff-4)
+find_package(Threads REQUIRED)

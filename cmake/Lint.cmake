@@ -1,0 +1,8 @@
+# `cmake --build --preset lint`: the include directions, clang-format and clang-tidy, all as errors.
+add_custom_target(lint
+  COMMAND ${CMAKE_SOURCE_DIR}/scripts/lint ${CMAKE_BINARY_DIR}
+  WORKING_DIRECTORY ${CMAKE_SOURCE_DIR}
+  USES_TERMINAL)
+# clang-tidy reads what moc writes.
+set(CMAKE_GLOBAL_AUTOGEN_TARGET ON)
+add_dependencies(lint autogen)

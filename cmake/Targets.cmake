@@ -1,0 +1,36 @@
+# lumacap_settings: what every target of ours is compiled with.
+add_library(lumacap_settings INTERFACE)
+target_compile_options(lumacap_settings INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror)
+target_compile_definitions(lumacap_settings INTERFACE
+  QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_KEYWORDS QT_NO_FOREACH
+  QT_NO_NARROWING_CONVERSIONS_IN_CONNECT QT_DISABLE_DEPRECATED_BEFORE=0x060400)
+
+set(LUMACAP_SANITIZE "" CACHE STRING "Sanitizers, as for -fsanitize=")
+if(LUMACAP_SANITIZE)
+  add_compile_options(-fsanitize=${LUMACAP_SANITIZE} -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=${LUMACAP_SANITIZE})
+endif()
+
+# lumacap_library(NAME FOLDER folder SOURCES … HEADERS … DEPENDS …)
+#
+# One library a folder. Its headers are reached as "folder/Name.h", and only by a target that names the
+# library under DEPENDS: each library offers a directory holding links to its own headers and nothing
+# else, so that an include against the direction of the layout does not compile.
+function(lumacap_library name)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "FOLDER" "SOURCES;HEADERS;DEPENDS;PRIVATE_DEPENDS")
+  set(offered ${CMAKE_BINARY_DIR}/include/${name})
+  file(REMOVE_RECURSE ${offered})
+  file(MAKE_DIRECTORY ${offered}/${arg_FOLDER})
+  foreach(header IN LISTS arg_HEADERS)
+    file(CREATE_LINK ${CMAKE_CURRENT_SOURCE_DIR}/${header} ${offered}/${arg_FOLDER}/${header} SYMBOLIC)
+  endforeach()
+  if(arg_SOURCES)
+    add_library(${name} STATIC ${arg_SOURCES} ${arg_HEADERS})
+    target_include_directories(${name} PUBLIC ${offered})
+    target_link_libraries(${name} PUBLIC ${arg_DEPENDS} PRIVATE lumacap_settings ${arg_PRIVATE_DEPENDS})
+  else()
+    add_library(${name} INTERFACE ${arg_HEADERS})
+    target_include_directories(${name} INTERFACE ${offered})
+    target_link_libraries(${name} INTERFACE ${arg_DEPENDS})
+  endif()
+endfunction()
