@@ -1,0 +1,36 @@
+#pragma once
+
+#include "graphics/Geometry.h"
+#include "platform/ScreenCapture.h"
+
+#include <optional>
+#include <vector>
+
+namespace lumacap {
+
+/// A screen as the person sees it arranged.
+struct Screen {
+    /// The display of this screen that ScreenCapture knows, where one can be told.
+    std::optional<DisplayId> number;
+    Rect<Global> frame;
+    /// Device pixels a point: a whole number, at least 1, on every real screen.
+    double backingScaleFactor = 1;
+
+    friend bool operator==(const Screen &, const Screen &) = default;
+};
+
+/// The arrangement of the screens.
+class Screens {
+public:
+    Screens() = default;
+    Q_DISABLE_COPY_MOVE(Screens)
+    virtual ~Screens() = default;
+
+    /// The desktop's primary screen, else its first; nothing when no screen is attached.
+    virtual std::optional<Screen> mainScreen() const = 0;
+
+    /// All screens, the main one first.
+    virtual std::vector<Screen> screens() const = 0;
+};
+
+} // namespace lumacap

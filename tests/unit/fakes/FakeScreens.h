@@ -1,0 +1,19 @@
+#pragma once
+
+#include "platform/Screens.h"
+
+namespace lumacap {
+
+/// Screens from data, the main one first.
+class FakeScreens final : public Screens {
+public:
+    std::optional<Screen> mainScreen() const override
+    {
+        return all.empty() ? std::nullopt : std::optional(all.front());
+    }
+    std::vector<Screen> screens() const override { return all; }
+
+    std::vector<Screen> all;
+};
+
+} // namespace lumacap
