@@ -1,0 +1,83 @@
+#include "platform/x11/Monitors.h"
+
+#include "graphics/BackingFactor.h"
+#include "platform/xcb/Connection.h"
+
+#include <QGuiApplication>
+#include <QScreen>
+
+#include <algorithm>
+
+#include <xcb/randr.h>
+
+namespace lumacap::x11 {
+
+namespace {
+
+constexpr std::uint8_t activeOnly = 1;
+
+std::vector<Monitor> wholeRoot(const xcb::Connection &connection)
+{
+    const xcb_screen_t &screen = connection.screen();
+    return {{DisplayId{}, QRect(0, 0, screen.width_in_pixels, screen.height_in_pixels)}};
+}
+
+std::vector<Monitor> monitorsOf(const xcb_randr_get_monitors_reply_t &reply)
+{
+    std::vector<Monitor> monitors;
+    auto position = monitors.end();
+    for (auto item = xcb_randr_get_monitors_monitors_iterator(&reply); item.rem > 0;
+         xcb_randr_monitor_info_next(&item)) {
+        const xcb_randr_monitor_info_t &info = *item.data;
+        position = info.primary != 0 ? monitors.begin() : monitors.end();
+        monitors.insert(position,
+                        {DisplayId{info.name}, QRect(info.x, info.y, info.width, info.height)});
+    }
+    return monitors;
+}
+
+} // namespace
+
+QCoro::Task<Result<std::vector<Monitor>>> queryMonitors(xcb::Connection &connection)
+{
+    if (!connection.hasMonitors())
+        co_return wholeRoot(connection);
+    const auto question =
+        xcb_randr_get_monitors(connection.raw(), connection.screen().root, activeOnly);
+    const auto reply = co_await connection.reply<xcb_randr_get_monitors_reply_t>(question);
+    if (!reply)
+        co_return std::unexpected(reply.error());
+    co_return monitorsOf(**reply);
+}
+
+std::vector<Monitor> currentMonitors(xcb::Connection &connection)
+{
+    if (!connection.hasMonitors())
+        return wholeRoot(connection);
+    const auto question =
+        xcb_randr_get_monitors(connection.raw(), connection.screen().root, activeOnly);
+    const xcb::Owned<xcb_randr_get_monitors_reply_t> reply(
+        xcb_randr_get_monitors_reply(connection.raw(), question, nullptr));
+    connection.flush();
+    return reply ? monitorsOf(*reply) : std::vector<Monitor>();
+}
+
+double backingFactorOf(const QRect &frame)
+{
+    // The toolkit keeps a screen's native origin, so that the two lists are matched by it.
+    const auto screens = QGuiApplication::screens();
+    const auto screen = std::ranges::find_if(screens, [&frame](const QScreen *candidate) {
+        return candidate->geometry().topLeft() == frame.topLeft();
+    });
+    return screen == screens.end() ? 1 : backingFactor((*screen)->devicePixelRatio());
+}
+
+Rect<Global> globalFrame(const QRect &frame, const QRect &main, double factor)
+{
+    const int bottom = frame.y() + frame.height();
+    const int mainBottom = main.y() + main.height();
+    return {{(frame.x() - main.x()) / factor, (mainBottom - bottom) / factor},
+            {frame.width() / factor, frame.height() / factor}};
+}
+
+} // namespace lumacap::x11

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "platform/Screens.h"
+
+namespace lumacap::xcb {
+class Connection;
+}
+
+namespace lumacap::x11 {
+
+/// The monitors of an X server as screens. Each question is one round trip to the server.
+class X11Screens final : public Screens {
+public:
+    /// Borrows `connection`, which outlives the object.
+    explicit X11Screens(xcb::Connection &connection);
+
+    std::optional<Screen> mainScreen() const override;
+    std::vector<Screen> screens() const override;
+
+private:
+    xcb::Connection &m_connection;
+};
+
+} // namespace lumacap::x11
