@@ -1,0 +1,26 @@
+#pragma once
+
+#include "platform/freedesktop/tray/DBusMenuTypes.h"
+
+#include <QVariantMap>
+
+QT_BEGIN_NAMESPACE
+class QAction;
+class QKeySequence;
+QT_END_NAMESPACE
+
+namespace lumacap::freedesktop {
+
+/// An action's text as a menu host reads it: the host marks the access key with "_" where Qt does
+/// with
+/// "&", and writes a literal "_" as "__" where Qt writes a literal "&" as "&&".
+QString menuLabel(const QString &actionText);
+
+/// A key sequence as a menu host reads it; empty when there is none.
+MenuShortcut menuShortcut(const QKeySequence &sequence);
+
+/// All that a menu host is told about an entry. Values that the protocol could leave out are in it
+/// all the same, so that a value going back to its default is told like any other change.
+QVariantMap menuProperties(const QAction &action);
+
+} // namespace lumacap::freedesktop
