@@ -1,0 +1,74 @@
+#include "capture/ClipboardImage.h"
+
+#include "capture/ImageEncoder.h"
+
+#include <QBuffer>
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+namespace lumacap {
+
+namespace {
+
+QByteArray bmp(const QImage &image)
+{
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    image.convertToFormat(QImage::Format_RGB888).save(&buffer, "BMP");
+    return bytes;
+}
+
+QByteArray encoded(const QImage &image, ImageFormat format)
+{
+    return encodeImage(image, format).value_or(QByteArray());
+}
+
+} // namespace
+
+ClipboardImage::ClipboardImage(QImage image)
+    : m_image(std::move(image))
+{
+}
+
+QList<QByteArray> ClipboardImage::types() const
+{
+    return {"image/png", "image/jpeg", "image/bmp", "image/tiff", "application/x-qt-image"};
+}
+
+QByteArray ClipboardImage::bytes(const QByteArray &type)
+{
+    if (type == "image/jpeg")
+        return jpeg();
+    if (type == "image/bmp")
+        return bmp(image());
+    if (type == "image/tiff")
+        return encoded(image(), ImageFormat::Tiff);
+    return png(); // Qt's own type travels between programs as a PNG too
+}
+
+const QByteArray &ClipboardImage::png()
+{
+    if (m_png.isEmpty()) {
+        m_png = encoded(m_image, ImageFormat::Png);
+        if (!m_png.isEmpty())
+            m_image = QImage();
+    }
+    return m_png;
+}
+
+const QByteArray &ClipboardImage::jpeg()
+{
+    if (m_jpeg.isEmpty())
+        m_jpeg = encoded(image(), ImageFormat::Jpeg);
+    return m_jpeg;
+}
+
+QImage ClipboardImage::image() const
+{
+    return m_image.isNull() ? QImage::fromData(m_png, "PNG") : m_image;
+}
+
+} // namespace lumacap

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "preferences/storage/ImageFormat.h"
+
+#include <QDateTime>
+#include <QString>
+
+#include <functional>
+
+QT_BEGIN_NAMESPACE
+class QImage;
+class QLocale;
+QT_END_NAMESPACE
+
+namespace lumacap {
+
+class Pasteboard;
+class PreferencesStorage;
+class SoundPlayer;
+
+/// "Lumacap_", the local date and time in the Gregorian calendar with the locale's digits, and the
+/// format's extension.
+QString captureFileName(const QDateTime &time, ImageFormat format, const QLocale &locale);
+
+/// The one place where a finished picture leaves the program: by the clipboard and by a file, as
+/// the settings say at that moment, and then with a sound.
+class ImageSaver {
+public:
+    using Clock = std::function<QDateTime()>;
+
+    /// Borrows the services and settings, which outlive the object. `clock` tells the local time.
+    ImageSaver(
+        Pasteboard &pasteboard, SoundPlayer &soundPlayer, const PreferencesStorage &preferences,
+        Clock clock = [] { return QDateTime::currentDateTime(); });
+    Q_DISABLE_COPY_MOVE(ImageSaver)
+    ~ImageSaver() = default;
+
+    /// Never reports a failure. When the file can't be begun, the operation ends without the sound;
+    /// a file that fails later is absent, and the sound is played.
+    void save(const QImage &image);
+
+private:
+    enum class FileResult { NotBegun, Ended };
+
+    FileResult writeFile(const QImage &image) const;
+    QString generateURL(ImageFormat format) const;
+
+    Pasteboard &m_pasteboard;
+    SoundPlayer &m_soundPlayer;
+    const PreferencesStorage &m_preferences;
+    Clock m_clock;
+};
+
+} // namespace lumacap

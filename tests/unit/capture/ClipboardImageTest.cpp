@@ -1,0 +1,68 @@
+#include "capture/ClipboardImage.h"
+
+#include <QColorSpace>
+
+#include <gmock/gmock.h>
+
+namespace lumacap {
+
+namespace {
+
+/// Every pixel another, none at the edge of a range, so that a swapped channel or row shows.
+QImage sample()
+{
+    QImage image(31, 17, QImage::Format_ARGB32_Premultiplied);
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x)
+            image.setPixelColor(x, y, QColor(20 + 7 * x, 250 - 11 * y, (x * y) % 256));
+    }
+    return image;
+}
+
+/// The pixels alone: a file may also name its colour space.
+QImage opaque(const QByteArray &bytes, const char *format)
+{
+    QImage image = QImage::fromData(bytes, format).convertToFormat(QImage::Format_RGB32);
+    image.setColorSpace(QColorSpace());
+    return image;
+}
+
+} // namespace
+
+TEST(ClipboardImage, offersPngFirstAndTheTypesThatProgramsAskFor)
+{
+    EXPECT_THAT(ClipboardImage(sample()).types(),
+                testing::ElementsAre("image/png", "image/jpeg", "image/bmp", "image/tiff",
+                                     "application/x-qt-image"));
+}
+
+TEST(ClipboardImage, givesTheSamePixelsInEveryLosslessType)
+{
+    const QImage expected = sample().convertToFormat(QImage::Format_RGB32);
+    ClipboardImage item(sample());
+
+    EXPECT_EQ(opaque(item.bytes("image/bmp"), "BMP"), expected);
+    EXPECT_EQ(opaque(item.bytes("image/png"), "PNG"), expected);
+    EXPECT_EQ(opaque(item.bytes("application/x-qt-image"), "PNG"), expected);
+}
+
+TEST(ClipboardImage, stillGivesTheOtherTypesAfterThePngWasMade)
+{
+    const QImage expected = sample().convertToFormat(QImage::Format_RGB32);
+    ClipboardImage item(sample());
+    ASSERT_FALSE(item.bytes("image/png").isEmpty());
+
+    EXPECT_EQ(opaque(item.bytes("image/bmp"), "BMP"), expected);
+    EXPECT_TRUE(item.bytes("image/jpeg").startsWith("\xff\xd8\xff"));
+    EXPECT_TRUE(item.bytes("image/tiff").startsWith("II*"));
+}
+
+TEST(ClipboardImage, makesACompressedTypeOnce)
+{
+    ClipboardImage item(sample());
+
+    EXPECT_EQ(item.bytes("image/png").constData(), item.bytes("image/png").constData());
+    EXPECT_EQ(item.bytes("image/jpeg").constData(), item.bytes("image/jpeg").constData());
+}
+
+} // namespace lumacap
