@@ -125,6 +125,12 @@ void Connection::learnExtensions()
     }
 }
 
+bool Connection::isBroken()
+{
+    dispatchEvents(); // reading is what tells
+    return xcb_connection_has_error(raw()) != 0;
+}
+
 void Connection::flush()
 {
     xcb_flush(raw());

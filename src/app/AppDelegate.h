@@ -1,0 +1,58 @@
+#pragma once
+
+#include "app/Command.h"
+
+#include <QCoroTask>
+#include <QObject>
+
+#include <memory>
+
+namespace lumacap {
+
+class CaptureEngine;
+class ImageSaver;
+class PreferencesStorage;
+class StatusBarController;
+class Updater;
+struct Desktop;
+
+/// Owns what lives as long as the agent, builds it in order at launch, and leads each command to
+/// the flow that carries it out. The same flow serves the menu, the shortcuts and the commands from
+/// outside.
+class AppDelegate final : public QObject {
+    Q_OBJECT
+
+public:
+    /// Borrows both, which outlive the object. Nothing happens before launch finishes.
+    AppDelegate(Desktop &desktop, PreferencesStorage &preferences);
+    ~AppDelegate() override;
+    Q_DISABLE_COPY_MOVE(AppDelegate)
+
+    /// Builds the long-lived objects. Called once, when the event loop runs.
+    void applicationDidFinishLaunching();
+
+    /// Carries out a command of this version; launch has finished.
+    void perform(Command command);
+
+    /// Ends the agent: captures under way are finished, what is on the clipboard is handed to the
+    /// desktop's clipboard manager.
+    void terminate();
+
+Q_SIGNALS:
+    void captureEnded();
+
+private:
+    QCoro::Task<> captureFullScreen();
+    QCoro::Task<> finishAndQuit();
+
+    Desktop &m_desktop;
+    PreferencesStorage &m_preferences;
+    Updater *m_updaterController = nullptr;
+    std::unique_ptr<ImageSaver> m_imageSaver;
+    std::unique_ptr<CaptureEngine> m_captureEngine;
+    std::unique_ptr<StatusBarController> m_statusBarController;
+    int m_capturesUnderWay = 0;
+    bool m_isTerminating = false;
+};
+
+} // namespace lumacap

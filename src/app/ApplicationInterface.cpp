@@ -1,0 +1,81 @@
+#include "app/ApplicationInterface.h"
+
+#include <QCoroDBusPendingCall>
+
+#include <chrono>
+#include <utility>
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace lumacap {
+
+namespace {
+
+constexpr std::chrono::milliseconds busLimit = 5s;
+
+// Of the bus's RequestName (D-Bus specification, "Message Bus Messages").
+constexpr uint doNotQueue = 4;
+constexpr uint primaryOwner = 1;
+constexpr uint alreadyOwner = 4;
+
+} // namespace
+
+const QString ApplicationInterface::serviceName = u"app.lumacap.Lumacap"_s;
+const QString ApplicationInterface::objectPath = u"/app/lumacap/Lumacap"_s;
+const QString ApplicationInterface::interfaceName = u"org.freedesktop.Application"_s;
+
+ApplicationInterface::ApplicationInterface(QObject *owner, QDBusConnection bus)
+    : QDBusAbstractAdaptor(owner)
+    , m_bus(std::move(bus))
+{
+}
+
+QCoro::Task<ApplicationInterface::Claim> ApplicationInterface::claimName()
+{
+    // The object first: whoever sees the name may call at once.
+    if (!m_bus.isConnected() || !m_bus.registerObject(objectPath, parent()))
+        co_return Claim::NoBus;
+    QDBusMessage request =
+        QDBusMessage::createMethodCall(u"org.freedesktop.DBus"_s, u"/org/freedesktop/DBus"_s,
+                                       u"org.freedesktop.DBus"_s, u"RequestName"_s);
+    request << serviceName << doNotQueue;
+    const QDBusPendingCall call = m_bus.asyncCall(request, static_cast<int>(busLimit.count()));
+    const QDBusMessage reply = co_await call;
+    if (reply.type() != QDBusMessage::ReplyMessage || reply.arguments().isEmpty())
+        co_return Claim::NoBus;
+    const uint answer = reply.arguments().first().toUInt();
+    co_return answer == primaryOwner || answer == alreadyOwner ? Claim::Owned : Claim::Taken;
+}
+
+void ApplicationInterface::setHandler(std::function<void(Command)> handler)
+{
+    m_handler = std::move(handler);
+    for (const Command command : std::exchange(m_early, {}))
+        m_handler(command);
+}
+
+void ApplicationInterface::Activate(const QVariantMap & /*platformData*/) { }
+
+void ApplicationInterface::Open(const QStringList & /*uris*/, const QVariantMap & /*platformData*/)
+{
+}
+
+void ApplicationInterface::ActivateAction(const QString &name, const QVariantList & /*parameters*/,
+                                          const QVariantMap & /*platformData*/,
+                                          const QDBusMessage &message)
+{
+    const auto command = commandNamed(name);
+    if (!command || row(*command).availability == Availability::NotYet) {
+        const auto error = command ? QDBusError::NotSupported : QDBusError::InvalidArgs;
+        message.setDelayedReply(true);
+        m_bus.send(message.createErrorReply(error, u"There is no action '%1'"_s.arg(name)));
+        return;
+    }
+    if (m_handler)
+        m_handler(*command);
+    else
+        m_early.push_back(*command);
+}
+
+} // namespace lumacap

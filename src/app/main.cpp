@@ -1,0 +1,157 @@
+#include "app/AppDelegate.h"
+#include "app/ApplicationInterface.h"
+#include "app/CommandLine.h"
+#include "app/Desktop.h"
+#include "app/EndOfDisplay.h"
+#include "app/FileCapture.h"
+#include "app/RunningAgent.h"
+#include "app/Session.h"
+#include "app/TerminationSignals.h"
+#include "platform/Spawn.h"
+#include "preferences/storage/PreferencesStorage.h"
+
+#include <QApplication>
+#include <QCoroTask>
+#include <QDBusConnection>
+
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <malloc.h>
+
+using namespace Qt::StringLiterals;
+using namespace lumacap;
+
+namespace {
+
+constexpr int badUsage = 2;
+
+void sayOnStandardError(const QString &line)
+{
+    std::fprintf(stderr, "lumacap: %s\n", qUtf8Printable(line));
+}
+
+QStringList wordsOf(int argc, char **argv)
+{
+    QStringList words;
+    for (int index = 0; index < argc; ++index)
+        words.append(QString::fromLocal8Bit(argv[index]));
+    return words;
+}
+
+int refuse(Command command)
+{
+    sayOnStandardError(u"'%1' is not part of this version yet"_s.arg(row(command).name));
+    return EXIT_FAILURE;
+}
+
+int run(const PrintText &print, int & /*argc*/, char ** /*argv*/)
+{
+    const QByteArray text = print.text.toLocal8Bit();
+    std::fputs(text.constData(), stdout);
+    return std::fflush(stdout) == 0 ? EXIT_SUCCESS : EXIT_FAILURE;
+}
+
+int run(const BadUsage &usage, int & /*argc*/, char ** /*argv*/)
+{
+    sayOnStandardError(usage.reason + u" (--help lists the commands)"_s);
+    return badUsage;
+}
+
+int run(const CaptureToFile &request, int &argc, char **argv)
+{
+    const QCoreApplication application(argc, argv);
+    const Session session = Session::open();
+    const auto screenCapture = makeScreenCapture(session);
+    const Result<void> done =
+        QCoro::waitFor(captureFirstDisplay(*screenCapture, request.path, request.format));
+    if (done)
+        return EXIT_SUCCESS;
+    sayOnStandardError(u"no picture was taken: "_s + done.error().description);
+    return EXIT_FAILURE;
+}
+
+/// Gives the command to the agent that runs; nothing when none does, so that this process becomes
+/// it.
+std::optional<int> handOver(std::optional<Command> command, int &argc, char **argv)
+{
+    // Without a GUI application, so that the agent has its command within a few milliseconds.
+    const QCoreApplication application(argc, argv);
+    const QString name = u"hand-over"_s;
+    const HandOver done = QCoro::waitFor(handOverToRunningAgent(
+        QDBusConnection::connectToBus(QDBusConnection::SessionBus, name), command));
+    QDBusConnection::disconnectFromBus(name);
+    switch (done) {
+    case HandOver::Accepted:
+        return EXIT_SUCCESS;
+    case HandOver::NobodyRuns:
+        return command == Command::Quit ? std::optional(EXIT_SUCCESS) : std::nullopt;
+    case HandOver::Refused:
+        sayOnStandardError(u"the running agent did not take the command"_s);
+        return EXIT_FAILURE;
+    }
+    return std::nullopt;
+}
+
+/// Launches the agent, or ends this process where another became the agent meanwhile.
+QCoro::Task<> launch(AppDelegate &delegate, ApplicationInterface &interface,
+                     std::optional<Command> command)
+{
+    if (co_await interface.claimName() == ApplicationInterface::Claim::Taken) {
+        const auto done = co_await handOverToRunningAgent(QDBusConnection::sessionBus(), command);
+        QCoreApplication::exit(done == HandOver::Accepted ? EXIT_SUCCESS : EXIT_FAILURE);
+        co_return;
+    }
+    delegate.applicationDidFinishLaunching();
+    interface.setHandler([&delegate](Command asked) { delegate.perform(asked); });
+    if (command)
+        delegate.perform(*command);
+}
+
+int runAgent(std::optional<Command> command, int &argc, char **argv)
+{
+    if (!Session::hasDisplay()) { // where there is none, the toolkit aborts
+        sayOnStandardError(u"there is no display to run on"_s);
+        return EXIT_FAILURE;
+    }
+    // A reader of our standard output that has gone must not end the agent.
+    std::signal(SIGPIPE, SIG_IGN);
+    // Pictures are large: their memory goes back to the system as soon as it is freed.
+    mallopt(M_MMAP_THRESHOLD, 256 * 1024);
+
+    QApplication application(argc, argv);
+    QApplication::setApplicationName(u"Lumacap"_s);
+    QApplication::setDesktopFileName(ApplicationInterface::serviceName);
+    QApplication::setQuitOnLastWindowClosed(false); // an agent: no window at rest
+    const Session session = Session::open();
+    Desktop desktop = makeDesktop(session);
+    PreferencesStorage::useServices(*desktop.defaults, *desktop.loginItem);
+    AppDelegate delegate(desktop, PreferencesStorage::shared());
+    // Owned by the delegate, as a D-Bus adaptor is by the object that it is a face of.
+    auto *const interface = new ApplicationInterface(&delegate, QDBusConnection::sessionBus());
+
+    const TerminationSignals signals;
+    QObject::connect(&signals, &TerminationSignals::requested, &delegate, &AppDelegate::terminate);
+    const EndOfDisplay endOfDisplay(session);
+    session.onDisplayEnded(&application, &QCoreApplication::quit);
+    spawn(launch(delegate, *interface, command));
+    return QApplication::exec();
+}
+
+int run(const RunAgent &request, int &argc, char **argv)
+{
+    if (request.command && row(*request.command).availability == Availability::NotYet)
+        return refuse(*request.command);
+    if (const auto status = handOver(request.command, argc, argv))
+        return *status;
+    return runAgent(request.command, argc, argv);
+}
+
+} // namespace
+
+// NOLINTNEXTLINE(bugprone-exception-escape): what escapes is a broken rule, and ends the program
+int main(int argc, char **argv)
+{
+    const CommandLine commandLine = parseCommandLine(wordsOf(argc, argv));
+    return std::visit([&](const auto &request) { return run(request, argc, argv); }, commandLine);
+}
