@@ -1,0 +1,91 @@
+"""The measurements as Markdown tables, and where docs/performance.md keeps them."""
+
+import os
+import pathlib
+import platform
+import statistics
+import subprocess
+
+BEGIN, END = "<!-- bench/run: begin -->", "<!-- bench/run: end -->"
+
+
+def package_version(package):
+    """Version of an installed Debian package; empty when there is none of that name."""
+    done = subprocess.run(["dpkg-query", "-W", "-f=${Version}", package], capture_output=True, text=True, check=False)
+    return done.stdout.strip() if done.returncode == 0 else ""
+
+
+def version(contender):
+    """What the program itself says for ours, what the distribution says for the others."""
+    if contender.name != "lumacap":
+        return package_version(contender.package)
+    done = subprocess.run([contender.program, "--version"], capture_output=True, text=True, timeout=20, check=False,
+                          env=os.environ | {"QT_QPA_PLATFORM": "offscreen"})
+    return done.stdout.strip().removeprefix("lumacap ")
+
+
+def milliseconds(values):
+    middle = statistics.median(values) * 1000
+    return f"{middle:.0f}" if middle >= 100 else f"{middle:.1f}"
+
+
+def ratio(measured, reference):
+    """Ratio of the medians, and the least and the greatest ratio within one round."""
+    if not reference:
+        return "–"
+    if measured == reference:
+        return "1"
+    pairs = [a / b for a, b in zip(measured, reference)]
+    of_medians = statistics.median(measured) / statistics.median(reference)
+    return f"{of_medians:.2f} ({min(pairs):.2f}–{max(pairs):.2f})"
+
+
+def table(title, contenders, results):
+    """One row a program: `results` has the list of measurements by name, none for a program that is missing."""
+    reference = [m.seconds for m in results.get("lumacap", [])]
+    lines = [f"### {title}", "",
+             "| program | version | median ms | min–max ms | ratio to lumacap | processor ms | file, MB |",
+             "|---|---|---:|---:|---:|---:|---:|"]
+    for contender in contenders:
+        measured = results.get(contender.name, [])
+        if not measured:
+            state = "not built" if contender.name == "lumacap" else "not installed"
+            lines.append(f"| {contender.name} | {state} | | | | | |")
+            continue
+        times = [m.seconds for m in measured]
+        cpu = [m.cpu_seconds for m in measured if m.cpu_seconds is not None]
+        lines.append(f"| {contender.name} | {version(contender)} | {milliseconds(times)} "
+                     f"| {min(times) * 1000:.0f}–{max(times) * 1000:.0f} | {ratio(times, reference)} "
+                     f"| {milliseconds(cpu) if cpu else ''} | {measured[-1].file_bytes / 1e6:.2f} |")
+    return lines
+
+
+def limits_table(results):
+    """What the machine can do with one frame, measured in the same rounds."""
+    lines = ["### The machine's own limits, in the same rounds", "", "| | median ms | min–max ms |", "|---|---:|---:|"]
+    for name, times in results.items():
+        lines.append(f"| {name} | {milliseconds(times)} | {min(times) * 1000:.1f}–{max(times) * 1000:.1f} |")
+    return lines
+
+
+def machine_facts(load_before, rounds, folder):
+    """The lines that say what the numbers were measured on."""
+    model = next((line.split(":", 1)[1].strip() for line in pathlib.Path("/proc/cpuinfo").read_text().splitlines()
+                  if line.startswith("model name")), platform.machine())
+    system = platform.freedesktop_os_release().get("PRETTY_NAME", platform.system())
+    files = subprocess.run(["stat", "-f", "-c", "%T", str(folder)], capture_output=True, text=True, check=False)
+    return [f"- {model}, {os.cpu_count()} cores; {system}, Linux {platform.release()}; Xvfb "
+            f"{package_version('xvfb')}, openbox {package_version('openbox')}",
+            f"- load average before: {' '.join(f'{value:.2f}' for value in load_before)}; now: "
+            f"{' '.join(f'{value:.2f}' for value in os.getloadavg())}",
+            f"- {rounds} rounds; in each, every program once, the order turned by one from round to round; files on "
+            f"{files.stdout.strip()}"]
+
+
+def store(path, text):
+    """Replaces what stands between the markers in `path`; raises when the markers are not there."""
+    content = path.read_text()
+    if content.count(BEGIN) != 1 or content.count(END) != 1:
+        raise ValueError(f"{path} has no place for the tables: {BEGIN} … {END}")
+    before, rest = content.split(BEGIN)
+    path.write_text(f"{before}{BEGIN}\n{text}\n{END}{rest.split(END)[1]}")
