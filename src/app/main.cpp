@@ -114,8 +114,6 @@ int runAgent(std::optional<Command> command, int &argc, char **argv)
         sayOnStandardError(u"there is no display to run on"_s);
         return EXIT_FAILURE;
     }
-    // A reader of our standard output that has gone must not end the agent.
-    std::signal(SIGPIPE, SIG_IGN);
     // Pictures are large: their memory goes back to the system as soon as it is freed.
     mallopt(M_MMAP_THRESHOLD, 256 * 1024);
 
@@ -152,6 +150,10 @@ int run(const RunAgent &request, int &argc, char **argv)
 // NOLINTNEXTLINE(bugprone-exception-escape): what escapes is a broken rule, and ends the program
 int main(int argc, char **argv)
 {
+    // A reader of our output that has gone, and a limit on the size of files, are failures of a write and
+    // not the end of the program.
+    std::signal(SIGPIPE, SIG_IGN);
+    std::signal(SIGXFSZ, SIG_IGN);
     const CommandLine commandLine = parseCommandLine(wordsOf(argc, argv));
     return std::visit([&](const auto &request) { return run(request, argc, argv); }, commandLine);
 }

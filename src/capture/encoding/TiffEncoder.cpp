@@ -131,6 +131,7 @@ bool describe(TIFF *tiff, QSize size, const Layout &layout)
     const auto set = [tiff](quint32 field, auto... value) {
         return TIFFSetField(tiff, field, value...) == 1;
     };
+    // Uncompressed: LZW with a predictor takes 110 to 280 ms for a 4K screen, this takes 11 ms.
     const bool described = set(TIFFTAG_IMAGEWIDTH, size.width())
         && set(TIFFTAG_IMAGELENGTH, size.height()) && set(TIFFTAG_BITSPERSAMPLE, 8)
         && set(TIFFTAG_SAMPLESPERPIXEL, static_cast<int>(layout.bytesAPixel))
