@@ -10,6 +10,7 @@
 
 #include <QCoreApplication>
 #include <QCoroSignal>
+#include <QCoroTimer>
 #include <QPointer>
 
 #include <chrono>
@@ -21,8 +22,13 @@ namespace lumacap {
 
 namespace {
 
-/// Longer than any capture takes that will end at all.
+/// For how long the end of the agent is put off for captures: one that a server answers is long
+/// done.
 constexpr auto captureLimit = 15s;
+
+/// A panel takes its menu off the screen after it has told what was chosen in it, some fading it
+/// out, and the windows beneath repaint after that. Nothing tells when they have.
+constexpr auto menuIsGone = 200ms;
 
 } // namespace
 
@@ -46,7 +52,7 @@ void AppDelegate::applicationDidFinishLaunching()
     const auto performing = [self = QPointer(this)](Command command) {
         return [self, command] {
             if (self)
-                self->perform(command);
+                self->performFromMenu(command);
         };
     };
     m_statusBarController = std::make_unique<StatusBarController>(
@@ -57,11 +63,21 @@ void AppDelegate::applicationDidFinishLaunching()
                                                     m_preferences.selectionHotkey());
 }
 
+void AppDelegate::performFromMenu(Command command)
+{
+    if (command == Command::FullScreen && !m_isTerminating)
+        spawn(captureFullScreen(menuIsGone));
+    else
+        perform(command);
+}
+
 void AppDelegate::perform(Command command)
 {
+    if (m_isTerminating && command != Command::Quit)
+        return;
     switch (command) {
     case Command::FullScreen:
-        return spawn(captureFullScreen());
+        return spawn(captureFullScreen(0ms));
     case Command::Selection:
     case Command::Preferences:
         fatal("a command that this version does not offer");
@@ -74,12 +90,19 @@ void AppDelegate::perform(Command command)
     }
 }
 
-QCoro::Task<> AppDelegate::captureFullScreen()
+QCoro::Task<> AppDelegate::captureFullScreen(std::chrono::milliseconds delay)
 {
     if (!m_captureEngine)
         fatal("a capture is asked for before launch finished");
+    const QPointer self{this};
     ++m_capturesUnderWay;
+    if (delay > 0ms)
+        co_await QCoro::sleepFor(delay);
+    if (!self)
+        co_return;
     co_await m_captureEngine->captureFullScreen();
+    if (!self)
+        co_return;
     --m_capturesUnderWay;
     Q_EMIT captureEnded();
 }
@@ -87,21 +110,28 @@ QCoro::Task<> AppDelegate::captureFullScreen()
 void AppDelegate::terminate()
 {
     if (m_isTerminating)
-        return;
+        return QCoreApplication::quit();
     m_isTerminating = true;
+    Q_EMIT terminating();
     spawn(finishAndQuit());
 }
 
 QCoro::Task<> AppDelegate::finishAndQuit()
 {
     const QPointer self{this};
-    while (self && m_capturesUnderWay > 0) {
+    // The menu whose entry may have asked for this goes on the next turn, and not under its feet.
+    co_await QCoro::sleepFor(0ms);
+    if (!self)
+        co_return;
+    m_statusBarController.reset();
+    m_desktop.statusItem.reset();
+    while (m_capturesUnderWay > 0) {
         const auto ended = co_await qCoro(this, &AppDelegate::captureEnded, captureLimit);
+        if (!self)
+            co_return;
         if (!ended)
             break; // it hangs on a service that does not answer
     }
-    if (!self)
-        co_return;
     co_await m_desktop.pasteboard->handOver();
     QCoreApplication::quit();
 }

@@ -5,6 +5,7 @@
 #include <QCoroTask>
 #include <QObject>
 
+#include <chrono>
 #include <memory>
 
 namespace lumacap {
@@ -35,14 +36,17 @@ public:
     void perform(Command command);
 
     /// Ends the agent: captures under way are finished, what is on the clipboard is handed to the
-    /// desktop's clipboard manager.
+    /// desktop's clipboard manager. Asked a second time it ends without waiting for either.
     void terminate();
 
 Q_SIGNALS:
+    /// From now on no command is carried out.
+    void terminating();
     void captureEnded();
 
 private:
-    QCoro::Task<> captureFullScreen();
+    void performFromMenu(Command command);
+    QCoro::Task<> captureFullScreen(std::chrono::milliseconds delay);
     QCoro::Task<> finishAndQuit();
 
     Desktop &m_desktop;

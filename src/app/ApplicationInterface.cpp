@@ -1,5 +1,7 @@
 #include "app/ApplicationInterface.h"
 
+#include "platform/freedesktop/ApplicationId.h"
+
 #include <QCoroDBusPendingCall>
 
 #include <chrono>
@@ -19,9 +21,15 @@ constexpr uint doNotQueue = 4;
 constexpr uint primaryOwner = 1;
 constexpr uint alreadyOwner = 4;
 
+QDBusMessage callOfTheBus(const QString &method)
+{
+    return QDBusMessage::createMethodCall(u"org.freedesktop.DBus"_s, u"/org/freedesktop/DBus"_s,
+                                          u"org.freedesktop.DBus"_s, method);
+}
+
 } // namespace
 
-const QString ApplicationInterface::serviceName = u"app.lumacap.Lumacap"_s;
+const QString ApplicationInterface::serviceName = QString(freedesktop::applicationId);
 const QString ApplicationInterface::objectPath = u"/app/lumacap/Lumacap"_s;
 const QString ApplicationInterface::interfaceName = u"org.freedesktop.Application"_s;
 
@@ -36,9 +44,7 @@ QCoro::Task<ApplicationInterface::Claim> ApplicationInterface::claimName()
     // The object first: whoever sees the name may call at once.
     if (!m_bus.isConnected() || !m_bus.registerObject(objectPath, parent()))
         co_return Claim::NoBus;
-    QDBusMessage request =
-        QDBusMessage::createMethodCall(u"org.freedesktop.DBus"_s, u"/org/freedesktop/DBus"_s,
-                                       u"org.freedesktop.DBus"_s, u"RequestName"_s);
+    QDBusMessage request = callOfTheBus(u"RequestName"_s);
     request << serviceName << doNotQueue;
     const QDBusPendingCall call = m_bus.asyncCall(request, static_cast<int>(busLimit.count()));
     const QDBusMessage reply = co_await call;
@@ -46,6 +52,14 @@ QCoro::Task<ApplicationInterface::Claim> ApplicationInterface::claimName()
         co_return Claim::NoBus;
     const uint answer = reply.arguments().first().toUInt();
     co_return answer == primaryOwner || answer == alreadyOwner ? Claim::Owned : Claim::Taken;
+}
+
+void ApplicationInterface::release()
+{
+    m_bus.unregisterObject(objectPath);
+    QDBusMessage request = callOfTheBus(u"ReleaseName"_s);
+    request << serviceName;
+    m_bus.send(request);
 }
 
 void ApplicationInterface::setHandler(std::function<void(Command)> handler)

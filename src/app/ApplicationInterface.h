@@ -40,6 +40,9 @@ public:
     /// Exports the object and asks for the bus name.
     QCoro::Task<Claim> claimName();
 
+    /// Gives the face up at once, so that the next start finds no agent here.
+    void release();
+
     /// From now on commands go to `handler`; the ones that came before are given to it at once.
     void setHandler(std::function<void(Command)> handler);
 

@@ -5,7 +5,10 @@
 #include <QCoroDBusPendingCall>
 #include <QDBusMessage>
 #include <QDBusPendingCall>
+#include <QDeadlineTimer>
 
+#include <algorithm>
+#include <array>
 #include <chrono>
 
 using namespace Qt::StringLiterals;
@@ -16,6 +19,13 @@ namespace lumacap {
 namespace {
 
 constexpr std::chrono::milliseconds answerLimit = 5s;
+
+/// What a call gets where no agent runs, and where one that is ending has given up its face.
+constexpr std::array errorsOfAbsence{
+    "org.freedesktop.DBus.Error.ServiceUnknown"_L1,
+    "org.freedesktop.DBus.Error.NameHasNoOwner"_L1,
+    "org.freedesktop.DBus.Error.UnknownObject"_L1,
+};
 
 QDBusMessage messageFor(std::optional<Command> command)
 {
@@ -36,14 +46,19 @@ QCoro::Task<HandOver> handOverToRunningAgent(QDBusConnection bus, std::optional<
 {
     if (!bus.isConnected())
         co_return HandOver::NobodyRuns;
-    const QDBusPendingCall call =
-        bus.asyncCall(messageFor(command), static_cast<int>(answerLimit.count()));
-    const QDBusMessage reply = co_await call;
-    if (reply.type() != QDBusMessage::ErrorMessage)
-        co_return HandOver::Accepted;
-    const QString error = reply.errorName();
-    const bool nobodyRuns = error == "org.freedesktop.DBus.Error.ServiceUnknown"_L1
-        || error == "org.freedesktop.DBus.Error.NameHasNoOwner"_L1;
+    const QDeadlineTimer deadline(answerLimit);
+    QString error;
+    do {
+        const auto limit = std::max<qint64>(1, deadline.remainingTime());
+        const QDBusPendingCall call = bus.asyncCall(messageFor(command), static_cast<int>(limit));
+        const QDBusMessage reply = co_await call;
+        if (reply.type() != QDBusMessage::ErrorMessage)
+            co_return HandOver::Accepted;
+        error = reply.errorName();
+        // An agent that ends drops the calls it has not read; the next one finds its successor, or
+        // none.
+    } while (error == "org.freedesktop.DBus.Error.NoReply"_L1 && !deadline.hasExpired());
+    const bool nobodyRuns = std::ranges::find(errorsOfAbsence, error) != errorsOfAbsence.end();
     co_return nobodyRuns ? HandOver::NobodyRuns : HandOver::Refused;
 }
 

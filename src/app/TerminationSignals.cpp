@@ -3,6 +3,7 @@
 #include "graphics/Fatal.h"
 
 #include <array>
+#include <cerrno>
 #include <csignal>
 #include <tuple>
 
@@ -20,8 +21,10 @@ std::array<int, 2> pipeEnds{-1, -1};
 
 void wakeMainLoop(int /*signal*/)
 {
+    const int interrupted = errno; // of whatever the signal came between
     const char byte = 0;
     std::ignore = write(pipeEnds[1], &byte, 1);
+    errno = interrupted;
 }
 
 int openPipe()

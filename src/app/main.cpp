@@ -13,10 +13,13 @@
 #include <QApplication>
 #include <QCoroTask>
 #include <QDBusConnection>
+#include <QSessionManager>
 
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <variant>
+
 #include <malloc.h>
 
 using namespace Qt::StringLiterals;
@@ -25,6 +28,8 @@ using namespace lumacap;
 namespace {
 
 constexpr int badUsage = 2;
+
+const QString refusedCommand = u"the running agent did not take the command"_s;
 
 void sayOnStandardError(const QString &line)
 {
@@ -87,18 +92,23 @@ std::optional<int> handOver(std::optional<Command> command, int &argc, char **ar
     case HandOver::NobodyRuns:
         return command == Command::Quit ? std::optional(EXIT_SUCCESS) : std::nullopt;
     case HandOver::Refused:
-        sayOnStandardError(u"the running agent did not take the command"_s);
+        sayOnStandardError(refusedCommand);
         return EXIT_FAILURE;
     }
     return std::nullopt;
 }
 
-/// Launches the agent, or ends this process where another became the agent meanwhile.
+/// Makes this process the agent and launches it. Where another became the agent meanwhile, that one
+/// has the command, and this process ends.
 QCoro::Task<> launch(AppDelegate &delegate, ApplicationInterface &interface,
                      std::optional<Command> command)
 {
-    if (co_await interface.claimName() == ApplicationInterface::Claim::Taken) {
+    while (co_await interface.claimName() == ApplicationInterface::Claim::Taken) {
         const auto done = co_await handOverToRunningAgent(QDBusConnection::sessionBus(), command);
+        if (done == HandOver::NobodyRuns)
+            continue; // it ended at that moment
+        if (done == HandOver::Refused)
+            sayOnStandardError(refusedCommand);
         QCoreApplication::exit(done == HandOver::Accepted ? EXIT_SUCCESS : EXIT_FAILURE);
         co_return;
     }
@@ -106,6 +116,15 @@ QCoro::Task<> launch(AppDelegate &delegate, ApplicationInterface &interface,
     interface.setHandler([&delegate](Command asked) { delegate.perform(asked); });
     if (command)
         delegate.perform(*command);
+}
+
+/// The autostart entry starts the agent; a session manager that restores its programs must not do
+/// so too.
+void leaveStartingToAutostart(QGuiApplication &application)
+{
+    QObject::connect(
+        &application, &QGuiApplication::saveStateRequest, &application,
+        [](QSessionManager &session) { session.setRestartHint(QSessionManager::RestartNever); });
 }
 
 int runAgent(std::optional<Command> command, int &argc, char **argv)
@@ -121,6 +140,7 @@ int runAgent(std::optional<Command> command, int &argc, char **argv)
     QApplication::setApplicationName(u"Lumacap"_s);
     QApplication::setDesktopFileName(ApplicationInterface::serviceName);
     QApplication::setQuitOnLastWindowClosed(false); // an agent: no window at rest
+    leaveStartingToAutostart(application);
     const Session session = Session::open();
     Desktop desktop = makeDesktop(session);
     PreferencesStorage::useServices(*desktop.defaults, *desktop.loginItem);
@@ -128,6 +148,8 @@ int runAgent(std::optional<Command> command, int &argc, char **argv)
     // Owned by the delegate, as a D-Bus adaptor is by the object that it is a face of.
     auto *const interface = new ApplicationInterface(&delegate, QDBusConnection::sessionBus());
 
+    QObject::connect(&delegate, &AppDelegate::terminating, interface,
+                     &ApplicationInterface::release);
     const TerminationSignals signals;
     QObject::connect(&signals, &TerminationSignals::requested, &delegate, &AppDelegate::terminate);
     const EndOfDisplay endOfDisplay(session);
@@ -150,8 +172,8 @@ int run(const RunAgent &request, int &argc, char **argv)
 // NOLINTNEXTLINE(bugprone-exception-escape): what escapes is a broken rule, and ends the program
 int main(int argc, char **argv)
 {
-    // A reader of our output that has gone, and a limit on the size of files, are failures of a write and
-    // not the end of the program.
+    // A reader of our output that has gone, and a limit on the size of files, are failures of a
+    // write and not the end of the program.
     std::signal(SIGPIPE, SIG_IGN);
     std::signal(SIGXFSZ, SIG_IGN);
     const CommandLine commandLine = parseCommandLine(wordsOf(argc, argv));

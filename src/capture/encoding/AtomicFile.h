@@ -13,7 +13,7 @@ namespace lumacap {
 
 /// How an AtomicFile is kept out of sight until it is committed: without a name, so that even a
 /// killed process leaves nothing behind; or, where the filesystem knows no such files, under a
-/// hidden name beside the final one.
+/// hidden name beside the final one, which stays there when the process is killed.
 enum class Concealment { Unnamed, HiddenName };
 
 /// A file that appears under its final name whole or not at all. Whatever had the name stays

@@ -16,10 +16,9 @@ namespace {
 
 constexpr std::uint8_t activeOnly = 1;
 
-std::vector<Monitor> wholeRoot(const xcb::Connection &connection)
+std::vector<Monitor> wholeRoot(QSize size)
 {
-    const xcb_screen_t &screen = connection.screen();
-    return {{DisplayId{}, QRect(0, 0, screen.width_in_pixels, screen.height_in_pixels)}};
+    return {{DisplayId{}, QRect(QPoint(0, 0), size)}};
 }
 
 std::vector<Monitor> monitorsOf(const xcb_randr_get_monitors_reply_t &reply)
@@ -40,8 +39,13 @@ std::vector<Monitor> monitorsOf(const xcb_randr_get_monitors_reply_t &reply)
 
 QCoro::Task<Result<std::vector<Monitor>>> queryMonitors(xcb::Connection &connection)
 {
-    if (!connection.hasMonitors())
-        co_return wholeRoot(connection);
+    if (!connection.hasMonitors()) {
+        const auto size = xcb_get_geometry(connection.raw(), connection.screen().root);
+        const auto geometry = co_await connection.reply<xcb_get_geometry_reply_t>(size);
+        if (!geometry)
+            co_return std::unexpected(geometry.error());
+        co_return wholeRoot({(*geometry)->width, (*geometry)->height});
+    }
     const auto question =
         xcb_randr_get_monitors(connection.raw(), connection.screen().root, activeOnly);
     const auto reply = co_await connection.reply<xcb_randr_get_monitors_reply_t>(question);
@@ -52,8 +56,10 @@ QCoro::Task<Result<std::vector<Monitor>>> queryMonitors(xcb::Connection &connect
 
 std::vector<Monitor> currentMonitors(xcb::Connection &connection)
 {
-    if (!connection.hasMonitors())
-        return wholeRoot(connection);
+    if (!connection.hasMonitors()) {
+        const xcb_screen_t &screen = connection.screen();
+        return wholeRoot({screen.width_in_pixels, screen.height_in_pixels});
+    }
     const auto question =
         xcb_randr_get_monitors(connection.raw(), connection.screen().root, activeOnly);
     const xcb::Owned<xcb_randr_get_monitors_reply_t> reply(

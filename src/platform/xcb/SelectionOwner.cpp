@@ -195,10 +195,13 @@ bool SelectionOwner::answerMultiple(std::uint32_t requestor, std::uint32_t prope
 {
     auto *const raw = m_connection.raw();
     constexpr std::uint32_t mostPairs = 64;
-    const auto question = xcb_get_property(raw, 0, requestor, property,
-                                           m_connection.atom("ATOM_PAIR"), 0, 2 * mostPairs);
+    // Of any type: some clients write the pairs as plain atoms.
+    const auto question =
+        xcb_get_property(raw, 0, requestor, property, XCB_GET_PROPERTY_TYPE_ANY, 0, 2 * mostPairs);
     const Owned<xcb_get_property_reply_t> reply(xcb_get_property_reply(raw, question, nullptr));
-    if (reply == nullptr || reply->format != 32)
+    const bool holdsPairs = reply != nullptr && reply->format == 32 && reply->value_len > 0
+        && reply->value_len % 2 == 0;
+    if (!holdsPairs)
         return false;
     const auto *const atoms = static_cast<const xcb_atom_t *>(xcb_get_property_value(reply.get()));
     std::vector<xcb_atom_t> pairs(atoms, atoms + reply->value_len);

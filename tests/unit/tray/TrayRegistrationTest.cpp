@@ -80,9 +80,19 @@ TEST_F(TrayRegistrationOnABus, asksAgainWhereAWatcherIsNotReadyYet)
     watcher.setManner(Manner::Refuses);
     watcher.appear();
     const TrayRegistration registration(own);
-    ASSERT_TRUE(comesTo(registration, TrayPlace::Homeless));
+    ASSERT_TRUE(eventually([&] { return watcher.asked().size() == 2; }));
+    EXPECT_EQ(registration.place(), TrayPlace::Unknown);
     watcher.setManner(Manner::Accepts);
     EXPECT_TRUE(comesTo(registration, TrayPlace::Hosted));
+}
+
+TEST_F(TrayRegistrationOnABus, isHomelessWhereAWatcherRefusesForGood)
+{
+    watcher.setManner(Manner::Refuses);
+    watcher.appear();
+    const TrayRegistration registration(own);
+    EXPECT_TRUE(comesTo(registration, TrayPlace::Homeless));
+    EXPECT_EQ(watcher.asked(), times(5, own));
 }
 
 TEST_F(TrayRegistrationOnABus, isHomelessWhileTheWatcherHasNoHost)

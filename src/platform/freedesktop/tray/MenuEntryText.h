@@ -11,9 +11,8 @@ QT_END_NAMESPACE
 
 namespace lumacap::freedesktop {
 
-/// An action's text as a menu host reads it: the host marks the access key with "_" where Qt does
-/// with
-/// "&", and writes a literal "_" as "__" where Qt writes a literal "&" as "&&".
+/// An action's text as a menu host reads it. The access key is marked with "_" there and with "&"
+/// in Qt; a literal mark is written twice in both.
 QString menuLabel(const QString &actionText);
 
 /// A key sequence as a menu host reads it; empty when there is none.

@@ -31,7 +31,8 @@ QDBusConnection withObjects(QDBusConnection connection, DBusMenu &menu, StatusNo
 } // namespace
 
 TrayStatusItem::TrayStatusItem(QDBusConnection connection, OwnWindows ownWindows)
-    : m_ownWindows(ownWindows)
+    : m_connectionName(connection.name())
+    , m_ownWindows(ownWindows)
     , m_item(QDBusObjectPath(menuPath))
     , m_registration(withObjects(std::move(connection), m_menu, m_item))
 {
@@ -39,7 +40,10 @@ TrayStatusItem::TrayStatusItem(QDBusConnection connection, OwnWindows ownWindows
     connect(&m_registration, &TrayRegistration::placeChanged, this, &TrayStatusItem::follow);
 }
 
-TrayStatusItem::~TrayStatusItem() = default;
+TrayStatusItem::~TrayStatusItem()
+{
+    QDBusConnection::disconnectFromBus(m_connectionName); // which tells the hosts that it has gone
+}
 
 void TrayStatusItem::setImage(const QIcon &image, const QString &description)
 {

@@ -46,14 +46,15 @@ private:
     QMenu &popUpMenu();
     void popUp();
 
+    QString m_connectionName;
     OwnWindows m_ownWindows;
     QIcon m_image;
     QList<QAction *> m_entries;
     DBusMenu m_menu;
     StatusNotifierItem m_item;
     TrayRegistration m_registration;
-    std::unique_ptr<QMenu>
-        m_popUpMenu; ///< The same entries, once a click has to be answered by us.
+    /// The same entries, once a click has to be answered by us.
+    std::unique_ptr<QMenu> m_popUpMenu;
     std::unique_ptr<XEmbedTrayIcon> m_xembed;
 };
 
