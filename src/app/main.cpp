@@ -129,10 +129,6 @@ void leaveStartingToAutostart(QGuiApplication &application)
 
 int runAgent(std::optional<Command> command, int &argc, char **argv)
 {
-    if (!Session::hasDisplay()) { // where there is none, the toolkit aborts
-        sayOnStandardError(u"there is no display to run on"_s);
-        return EXIT_FAILURE;
-    }
     // Pictures are large: their memory goes back to the system as soon as it is freed.
     mallopt(M_MMAP_THRESHOLD, 256 * 1024);
 
@@ -158,12 +154,24 @@ int runAgent(std::optional<Command> command, int &argc, char **argv)
     return QApplication::exec();
 }
 
+/// Ends a process that only asked another one. The thread in which the toolkit serves the bus may
+/// still be closing the connection, and complains when static objects go while it does.
+[[noreturn]] void leave(int status)
+{
+    std::fflush(nullptr);
+    std::_Exit(status);
+}
+
 int run(const RunAgent &request, int &argc, char **argv)
 {
     if (request.command && row(*request.command).availability == Availability::NotYet)
         return refuse(*request.command);
     if (const auto status = handOver(request.command, argc, argv))
-        return *status;
+        leave(*status);
+    if (!Session::hasDisplay()) { // where there is none, the toolkit aborts
+        sayOnStandardError(u"there is no display to run on"_s);
+        leave(EXIT_FAILURE);
+    }
     return runAgent(request.command, argc, argv);
 }
 

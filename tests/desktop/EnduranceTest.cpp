@@ -1,0 +1,89 @@
+#include "harness/Agent.h"
+#include "harness/Captures.h"
+#include "harness/Clipboard.h"
+#include "harness/PaintedScreen.h"
+#include "harness/Rest.h"
+#include "harness/Settings.h"
+#include "harness/TrayHost.h"
+#include "harness/WaitFor.h"
+
+#include <gmock/gmock.h>
+
+namespace lumacap::harness {
+namespace {
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+/// Waits until the process has not woken up for `quiet`.
+bool comesToRest(pid_t process, std::chrono::seconds quiet, std::chrono::seconds limit)
+{
+    std::int64_t seen = wakeUps(process);
+    auto since = std::chrono::steady_clock::now();
+    return waitFor(
+        [&] {
+            const std::int64_t now = wakeUps(process);
+            if (now != std::exchange(seen, now))
+                since = std::chrono::steady_clock::now();
+            return std::chrono::steady_clock::now() - since > quiet;
+        },
+        limit);
+}
+
+/// Longer than the toolkit keeps idle worker threads and the pictures of its cache: both end once,
+/// half a minute after their last use.
+constexpr std::chrono::seconds settling{35};
+
+TEST(Endurance, anAgentAtRestDoesNotWakeUpForAMinute)
+{
+    PrivateDesktop desktop(smallScreen());
+    TrayHost tray(desktop.bus().address());
+    Agent agent(desktop);
+    agent.requireReady();
+    tray.requireItem();
+    ASSERT_TRUE(agent.activate(u"full-screen"_s));
+    ASSERT_FALSE(clipboardPicture(desktop).isNull());
+    const pid_t process = agent.process().pid();
+    ASSERT_TRUE(comesToRest(process, settling, 90s));
+    const std::int64_t before = wakeUps(process);
+    EXPECT_FALSE(waitFor([&] { return wakeUps(process) != before; }, 60s))
+        << wakeUps(process) - before << " wake-ups";
+}
+
+/// Takes captures until `total` have been taken since `watch` began.
+void captureUntil(Agent &agent, ClipboardWatch &watch, int &taken, int total)
+{
+    while (taken < total) {
+        const int before = watch.changes();
+        ASSERT_TRUE(agent.activate(u"full-screen"_s));
+        ASSERT_TRUE(waitFor([&] { return watch.changes() > before; }));
+        ++taken;
+    }
+}
+
+TEST(Endurance, memoryDoesNotGrowOverTwoHundredCaptures)
+{
+    constexpr std::int64_t tolerance = 8LL << 20; // a quarter of one picture
+    const QSize size(3840, 2160);
+    PrivateDesktop desktop({.server = {.size = size}});
+    const PaintedScreen screen(desktop.server().display(), photographPicture(size));
+    writeSettings(
+        desktop,
+        {{u"saveToFile"_s, u"true"_s}, {u"saveDirectory"_s, desktop.folder(u"pictures"_s)}});
+    Agent agent(desktop);
+    agent.requireReady();
+    ClipboardWatch watch(desktop.server().display());
+    const pid_t process = agent.process().pid();
+    int taken = 0;
+    captureUntil(agent, watch, taken, 20);
+    ASSERT_TRUE(comesToRest(process, 2s, 40s));
+    const std::int64_t before = memoryOf(process);
+    captureUntil(agent, watch, taken, 200);
+    ASSERT_TRUE(comesToRest(process, 2s, 40s));
+    const std::int64_t after = memoryOf(process);
+    EXPECT_LT(after - before, tolerance)
+        << before / 1024 << " KiB, then " << after / 1024 << " KiB";
+}
+
+} // namespace
+} // namespace lumacap::harness

@@ -1,0 +1,49 @@
+#include "harness/Rest.h"
+
+#include <QByteArray>
+#include <QDir>
+#include <QFile>
+
+#include <optional>
+#include <stdexcept>
+
+namespace lumacap::harness {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// The number in the line of `path` that begins with `name`; empty when the file has gone.
+std::optional<std::int64_t> numberIn(const QString &path, QByteArrayView name)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return std::nullopt;
+    for (const QByteArray &line : file.readAll().split('\n')) {
+        if (line.startsWith(name))
+            return line.sliced(name.size()).simplified().split(' ').first().toLongLong();
+    }
+    return std::nullopt; // read while the thread ended
+}
+
+} // namespace
+
+std::int64_t wakeUps(pid_t process)
+{
+    const QDir tasks(u"/proc/%1/task"_s.arg(process));
+    std::int64_t sum = 0;
+    for (const QString &task : tasks.entryList(QDir::Dirs | QDir::NoDotAndDotDot))
+        sum +=
+            numberIn(tasks.filePath(task) + "/status"_L1, "voluntary_ctxt_switches:").value_or(0);
+    return sum;
+}
+
+std::int64_t memoryOf(pid_t process)
+{
+    const auto kibibytes = numberIn(u"/proc/%1/smaps_rollup"_s.arg(process), "Pss:");
+    if (!kibibytes)
+        throw std::runtime_error("no memory of a process that has ended");
+    return *kibibytes * 1024;
+}
+
+} // namespace lumacap::harness

@@ -1,0 +1,17 @@
+#pragma once
+
+#include "harness/PrivateDesktop.h"
+
+#include <map>
+
+namespace lumacap::harness {
+
+/// The program's settings by key, as text: "true", "jpeg", "/home/me".
+using Settings = std::map<QString, QString>;
+
+/// Replaces the program's settings file, as a user with a text editor would.
+void writeSettings(const PrivateDesktop &desktop, const Settings &settings);
+/// A stored shortcut: the key's code and the modifier mask, both as the program stores them.
+QString storedHotkey(int keyCode, int modifiers);
+
+} // namespace lumacap::harness
