@@ -9,9 +9,9 @@
 #include "preferences/storage/PreferencesStorage.h"
 
 #include <QCoreApplication>
-#include <QCoroSignal>
 #include <QCoroTimer>
 #include <QPointer>
+#include <QTimer>
 
 #include <chrono>
 #include <tuple>
@@ -104,7 +104,8 @@ QCoro::Task<> AppDelegate::captureFullScreen(std::chrono::milliseconds delay)
     if (!self)
         co_return;
     --m_capturesUnderWay;
-    Q_EMIT captureEnded();
+    if (m_isTerminating && m_capturesUnderWay == 0)
+        spawn(handOverAndQuit());
 }
 
 void AppDelegate::terminate()
@@ -113,25 +114,19 @@ void AppDelegate::terminate()
         return QCoreApplication::quit();
     m_isTerminating = true;
     Q_EMIT terminating();
-    spawn(finishAndQuit());
+    // The menu whose entry may have asked for this goes on the next turn, and not under its feet.
+    QTimer::singleShot(0ms, this, [this] {
+        m_statusBarController.reset();
+        m_desktop.statusItem.reset();
+    });
+    if (m_capturesUnderWay == 0)
+        spawn(handOverAndQuit());
+    else // the last one hands over, unless it hangs on a service that does not answer
+        QTimer::singleShot(captureLimit, this, [this] { spawn(handOverAndQuit()); });
 }
 
-QCoro::Task<> AppDelegate::finishAndQuit()
+QCoro::Task<> AppDelegate::handOverAndQuit()
 {
-    const QPointer self{this};
-    // The menu whose entry may have asked for this goes on the next turn, and not under its feet.
-    co_await QCoro::sleepFor(0ms);
-    if (!self)
-        co_return;
-    m_statusBarController.reset();
-    m_desktop.statusItem.reset();
-    while (m_capturesUnderWay > 0) {
-        const auto ended = co_await qCoro(this, &AppDelegate::captureEnded, captureLimit);
-        if (!self)
-            co_return;
-        if (!ended)
-            break; // it hangs on a service that does not answer
-    }
     co_await m_desktop.pasteboard->handOver();
     QCoreApplication::quit();
 }

@@ -42,12 +42,11 @@ public:
 Q_SIGNALS:
     /// From now on no command is carried out.
     void terminating();
-    void captureEnded();
 
 private:
     void performFromMenu(Command command);
     QCoro::Task<> captureFullScreen(std::chrono::milliseconds delay);
-    QCoro::Task<> finishAndQuit();
+    QCoro::Task<> handOverAndQuit();
 
     Desktop &m_desktop;
     PreferencesStorage &m_preferences;

@@ -83,7 +83,8 @@ void ApplicationInterface::ActivateAction(const QString &name, const QVariantLis
     if (!command || row(*command).availability == Availability::NotYet) {
         const auto error = command ? QDBusError::NotSupported : QDBusError::InvalidArgs;
         message.setDelayedReply(true);
-        m_bus.send(message.createErrorReply(error, u"There is no action '%1'"_s.arg(name)));
+        if (message.isReplyRequired())
+            m_bus.send(message.createErrorReply(error, u"There is no action '%1'"_s.arg(name)));
         return;
     }
     if (m_handler)

@@ -39,8 +39,12 @@ void setHandlers(void (*handler)(int))
     struct sigaction action{};
     action.sa_handler = handler;
     action.sa_flags = SA_RESTART;
-    for (const int signal : endingSignals)
-        sigaction(signal, &action, nullptr);
+    for (const int signal : endingSignals) {
+        struct sigaction earlier{};
+        sigaction(signal, nullptr, &earlier);
+        if (earlier.sa_handler != SIG_IGN) // as under nohup
+            sigaction(signal, &action, nullptr);
+    }
 }
 
 } // namespace

@@ -7,6 +7,7 @@
 #include "app/RunningAgent.h"
 #include "app/Session.h"
 #include "app/TerminationSignals.h"
+#include "app/Watchdog.h"
 #include "platform/Spawn.h"
 #include "preferences/storage/PreferencesStorage.h"
 
@@ -15,6 +16,7 @@
 #include <QDBusConnection>
 #include <QSessionManager>
 
+#include <chrono>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
@@ -23,24 +25,35 @@
 #include <malloc.h>
 
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 using namespace lumacap;
 
 namespace {
 
 constexpr int badUsage = 2;
 
+// Beyond what the steps themselves allow: these are for the ones inside libraries.
+constexpr auto busLimit = 10s;
+constexpr auto captureLimit = 40s;
+constexpr auto endLimit = 30s;
+
 const QString refusedCommand = u"the running agent did not take the command"_s;
 
 void sayOnStandardError(const QString &line)
 {
-    std::fprintf(stderr, "lumacap: %s\n", qUtf8Printable(line));
+    QString one = line; // what a person typed may hold line feeds
+    std::fprintf(stderr, "lumacap: %s\n", qUtf8Printable(one.replace(u'\n', u' ')));
 }
 
-QStringList wordsOf(int argc, char **argv)
+/// The command line's words; nothing when one is not UTF-8, which file names are for the toolkit.
+std::optional<QStringList> wordsOf(int argc, char **argv)
 {
     QStringList words;
-    for (int index = 0; index < argc; ++index)
-        words.append(QString::fromLocal8Bit(argv[index]));
+    for (int index = 0; index < argc; ++index) {
+        words.append(QString::fromUtf8(argv[index]));
+        if (words.last().toUtf8() != argv[index])
+            return std::nullopt;
+    }
     return words;
 }
 
@@ -66,6 +79,8 @@ int run(const BadUsage &usage, int & /*argc*/, char ** /*argv*/)
 int run(const CaptureToFile &request, int &argc, char **argv)
 {
     const QCoreApplication application(argc, argv);
+    const Watchdog watchdog(
+        captureLimit, "lumacap: no picture was taken: the display does not answer\n", EXIT_FAILURE);
     const Session session = Session::open();
     const auto screenCapture = makeScreenCapture(session);
     const Result<void> done =
@@ -82,6 +97,7 @@ std::optional<int> handOver(std::optional<Command> command, int &argc, char **ar
 {
     // Without a GUI application, so that the agent has its command within a few milliseconds.
     const QCoreApplication application(argc, argv);
+    const Watchdog watchdog(busLimit, "lumacap: the session bus does not answer\n", EXIT_FAILURE);
     const QString name = u"hand-over"_s;
     const HandOver done = QCoro::waitFor(handOverToRunningAgent(
         QDBusConnection::connectToBus(QDBusConnection::SessionBus, name), command));
@@ -132,6 +148,9 @@ int runAgent(std::optional<Command> command, int &argc, char **argv)
     // Pictures are large: their memory goes back to the system as soon as it is freed.
     mallopt(M_MMAP_THRESHOLD, 256 * 1024);
 
+    // A server that hangs must not keep an agent that was told to end, neither in a step nor in the
+    // toolkit's own end, which this outlives.
+    std::optional<Watchdog> endWatchdog;
     QApplication application(argc, argv);
     QApplication::setApplicationName(u"Lumacap"_s);
     QApplication::setDesktopFileName(ApplicationInterface::serviceName);
@@ -146,11 +165,17 @@ int runAgent(std::optional<Command> command, int &argc, char **argv)
 
     QObject::connect(&delegate, &AppDelegate::terminating, interface,
                      &ApplicationInterface::release);
+    QObject::connect(&delegate, &AppDelegate::terminating, &application,
+                     [&endWatchdog] { endWatchdog.emplace(endLimit, QByteArray(), EXIT_SUCCESS); });
     const TerminationSignals signals;
     QObject::connect(&signals, &TerminationSignals::requested, &delegate, &AppDelegate::terminate);
     const EndOfDisplay endOfDisplay(session);
     session.onDisplayEnded(&application, &QCoreApplication::quit);
-    spawn(launch(delegate, *interface, command));
+    // From within the loop: an exit asked for before it runs would be forgotten.
+    QMetaObject::invokeMethod(
+        &delegate,
+        [&delegate, interface, command] { spawn(launch(delegate, *interface, command)); },
+        Qt::QueuedConnection);
     return QApplication::exec();
 }
 
@@ -184,6 +209,8 @@ int main(int argc, char **argv)
     // write and not the end of the program.
     std::signal(SIGPIPE, SIG_IGN);
     std::signal(SIGXFSZ, SIG_IGN);
-    const CommandLine commandLine = parseCommandLine(wordsOf(argc, argv));
+    const auto words = wordsOf(argc, argv);
+    const CommandLine commandLine =
+        words ? parseCommandLine(*words) : BadUsage{u"an argument is not valid UTF-8"_s};
     return std::visit([&](const auto &request) { return run(request, argc, argv); }, commandLine);
 }

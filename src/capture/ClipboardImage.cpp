@@ -40,16 +40,23 @@ QList<QByteArray> ClipboardImage::types() const
 
 QByteArray ClipboardImage::bytes(const QByteArray &type)
 {
-    if (type == "image/jpeg")
-        return jpeg();
-    if (type == "image/bmp")
-        return bmp(image());
-    if (type == "image/tiff")
-        return encoded(image(), ImageFormat::Tiff);
-    return png(); // Qt's own type travels between programs as a PNG too
+    if (type == "image/png" || type == "application/x-qt-image")
+        return png(); // Qt's own type travels between programs as a PNG too
+    if (!m_made.contains(type))
+        m_made.insert(type, made(type));
+    return m_made.value(type);
 }
 
-const QByteArray &ClipboardImage::png()
+QByteArray ClipboardImage::made(const QByteArray &type)
+{
+    if (type == "image/jpeg")
+        return encoded(image(), ImageFormat::Jpeg);
+    if (type == "image/tiff")
+        return encoded(image(), ImageFormat::Tiff);
+    return bmp(image());
+}
+
+QByteArray ClipboardImage::png()
 {
     if (m_png.isEmpty()) {
         m_png = encoded(m_image, ImageFormat::Png);
@@ -57,13 +64,6 @@ const QByteArray &ClipboardImage::png()
             m_image = QImage();
     }
     return m_png;
-}
-
-const QByteArray &ClipboardImage::jpeg()
-{
-    if (m_jpeg.isEmpty())
-        m_jpeg = encoded(image(), ImageFormat::Jpeg);
-    return m_jpeg;
 }
 
 QImage ClipboardImage::image() const

@@ -3,6 +3,7 @@
 #include "platform/Pasteboard.h"
 
 #include <QByteArray>
+#include <QHash>
 #include <QImage>
 
 namespace lumacap {
@@ -14,18 +15,19 @@ public:
 
     /// PNG first.
     QList<QByteArray> types() const override;
-    /// Made when asked for, the compressed types once. From the first PNG on the pixels are let go:
+    /// Made when asked for, once. From the first PNG on the pixels are let go:
     /// its bytes are a fraction of them, and what is pasted next is most often the same.
     QByteArray bytes(const QByteArray &type) override;
 
 private:
-    const QByteArray &png();
-    const QByteArray &jpeg();
+    QByteArray made(const QByteArray &type);
+    QByteArray png();
     QImage image() const;
 
     QImage m_image;
     QByteArray m_png;
-    QByteArray m_jpeg;
+    /// The other types that were asked for.
+    QHash<QByteArray, QByteArray> m_made;
 };
 
 } // namespace lumacap

@@ -32,7 +32,7 @@ struct CommandLineTest : testing::Test {
 };
 
 /// One line and nothing else.
-MATCHER(IsOneLine, "")
+MATCHER(isOneLine, "")
 {
     return arg.endsWith('\n') && arg.count('\n') == 1 && arg.size() > 1;
 }
@@ -65,7 +65,7 @@ TEST_P(BadUsageTest, isToldInOneLineWithExitCodeTwo)
 {
     const auto answer = lumacap(GetParam().arguments);
     EXPECT_EQ(answer.ending, Ending{.code = 2});
-    EXPECT_THAT(answer.errors, IsOneLine()) << answer.errors.toStdString();
+    EXPECT_THAT(answer.errors, isOneLine()) << answer.errors.toStdString();
     EXPECT_TRUE(answer.output.isEmpty()) << answer.output.toStdString();
 }
 
@@ -127,7 +127,7 @@ TEST_F(CommandLineTest, outputThatCannotBeWrittenLeavesNothing)
 {
     const auto answer = lumacap({u"full-screen"_s, u"--output"_s, output(u"gone/a.png"_s)});
     EXPECT_EQ(answer.ending, Ending{.code = 1});
-    EXPECT_THAT(answer.errors, IsOneLine()) << answer.errors.toStdString();
+    EXPECT_THAT(answer.errors, isOneLine()) << answer.errors.toStdString();
     EXPECT_TRUE(answer.output.isEmpty());
     EXPECT_TRUE(entriesOf(desktop.folder(u"pictures"_s)).isEmpty());
 }
@@ -142,7 +142,7 @@ TEST_F(CommandLineTest, outputOnAFullDiskLeavesTheFileThatWasThere)
         desktop.ask(withSmallDisk(disk, 64) + QStringList{u"sh"_s, u"-c"_s, check, disk, file}
                     + program({u"full-screen"_s, u"--output"_s, file}));
     EXPECT_EQ(answer.ending, Ending{.code = 1});
-    EXPECT_THAT(answer.errors, IsOneLine()) << answer.errors.toStdString();
+    EXPECT_THAT(answer.errors, isOneLine()) << answer.errors.toStdString();
     EXPECT_EQ(answer.output, "a.png\nold\n");
 }
 
@@ -151,7 +151,7 @@ TEST_F(CommandLineTest, outputWithoutADisplayFailsInOneLine)
     desktop.set("DISPLAY", ":9999");
     const auto answer = lumacap({u"full-screen"_s, u"--output"_s, output(u"a.png"_s)});
     EXPECT_EQ(answer.ending, Ending{.code = 1});
-    EXPECT_THAT(answer.errors, IsOneLine()) << answer.errors.toStdString();
+    EXPECT_THAT(answer.errors, isOneLine()) << answer.errors.toStdString();
     EXPECT_TRUE(entriesOf(desktop.folder(u"pictures"_s)).isEmpty());
 }
 
@@ -223,7 +223,7 @@ TEST_F(CommandLineTest, whatIsNotThereYetIsToldInOneLine)
     for (const auto &command : {u"selection"_s, u"preferences"_s}) {
         const auto answer = lumacap({command});
         EXPECT_EQ(answer.ending, Ending{.code = 1});
-        EXPECT_THAT(answer.errors, IsOneLine()) << answer.errors.toStdString();
+        EXPECT_THAT(answer.errors, isOneLine()) << answer.errors.toStdString();
     }
 }
 

@@ -38,6 +38,27 @@ TEST_F(LifecycleTest, endsCleanlyOnTerminationSignals)
     }
 }
 
+TEST_F(LifecycleTest, endsWellInTheMiddleOfSeveralCaptures)
+{
+    for (int round = 0; round < 5; ++round) {
+        Agent agent(desktop);
+        agent.requireReady();
+        for (int capture = 0; capture < 5; ++capture)
+            agent.activateSoon(u"full-screen"_s);
+        agent.process().send(SIGTERM);
+        EXPECT_EQ(agent.process().waitForEnd(usualLimit), Ending{});
+    }
+}
+
+TEST_F(LifecycleTest, staysOnASignalThatWasIgnoredWhenItStarted)
+{
+    Agent agent(desktop, {}, {u"nohup"_s});
+    agent.requireReady();
+    agent.process().send(SIGHUP);
+    ASSERT_TRUE(agent.activate(u"full-screen"_s));
+    EXPECT_FALSE(clipboardPicture(desktop).isNull());
+}
+
 TEST_F(LifecycleTest, showsNoWindowAtLaunch)
 {
     Agent agent(desktop);

@@ -89,7 +89,7 @@ class CheckIncludes(unittest.TestCase):
         self.accepts("capture/ImageSaver.cpp", "ImageSaver.moc", "sys/mman.h", "QString")
 
     def testAMissingTreeIsAnError(self):
-        run = subprocess.run([CHECKER, "/nonexistent"], capture_output=True, text=True, check=False)
+        run = subprocess.run([CHECKER, "/no/such/tree"], capture_output=True, text=True, check=False)
         self.assertNotEqual(run.returncode, 0)
 
 

@@ -23,6 +23,9 @@ using namespace Qt::StringLiterals;
 namespace lumacap::freedesktop {
 namespace {
 
+/// A thousand times what the program writes; anything larger is no settings file.
+constexpr qint64 largestFile = 1 << 20;
+
 constexpr int mostLinksFollowed = 40; // as many as the kernel follows
 
 /// The bytes of a regular file. Anything else is not even opened: a pipe would not answer.
@@ -33,6 +36,8 @@ Result<QByteArray> contentOf(const QString &path)
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         return failure(u"%1 can't be read: %2"_s.arg(path, file.errorString()));
+    if (file.size() > largestFile)
+        return failure(u"%1 is too large for settings"_s.arg(path));
     QByteArray content = file.readAll();
     if (file.error() != QFileDevice::NoError)
         return failure(u"%1 can't be read: %2"_s.arg(path, file.errorString()));

@@ -18,18 +18,17 @@ namespace {
 struct FormatRow {
     std::uint8_t depth;
     std::uint32_t redMask;
-    std::uint8_t bitsPerPixel;
     PixelFormat pixels;
 };
 
 constexpr std::array formatRows{
-    FormatRow{24, 0xff0000, 32, {QImage::Format_RGB32, 0xff000000}},
-    FormatRow{32, 0xff0000, 32, {QImage::Format_RGB32, 0xff000000}},
-    FormatRow{24, 0x0000ff, 32, {QImage::Format_RGBX8888, 0xff000000}},
-    FormatRow{30, 0x3ff00000, 32, {QImage::Format_RGB30, 0xc0000000}},
-    FormatRow{30, 0x000003ff, 32, {QImage::Format_BGR30, 0xc0000000}},
-    FormatRow{16, 0xf800, 16, {QImage::Format_RGB16, 0}},
-    FormatRow{15, 0x7c00, 16, {QImage::Format_RGB555, 0}},
+    FormatRow{24, 0xff0000, {QImage::Format_RGB32, 32, 0xff000000}},
+    FormatRow{32, 0xff0000, {QImage::Format_RGB32, 32, 0xff000000}},
+    FormatRow{24, 0x0000ff, {QImage::Format_RGBX8888, 32, 0xff000000}},
+    FormatRow{30, 0x3ff00000, {QImage::Format_RGB30, 32, 0xc0000000}},
+    FormatRow{30, 0x000003ff, {QImage::Format_BGR30, 32, 0xc0000000}},
+    FormatRow{16, 0xf800, {QImage::Format_RGB16, 16, 0}},
+    FormatRow{15, 0x7c00, {QImage::Format_RGB555, 16, 0}},
 };
 
 std::uint32_t redMaskOf(const xcb_screen_t &screen)
@@ -59,8 +58,7 @@ std::uint8_t bitsPerPixel(const xcb_setup_t *setup, std::uint8_t depth)
 
 qsizetype PixelFormat::bytesPerLine(int width) const
 {
-    const qsizetype bits = QImage::toPixelFormat(format).bitsPerPixel();
-    return (width * bits + 31) / 32 * 4;
+    return (qsizetype{width} * bitsPerPixel + 31) / 32 * 4;
 }
 
 std::optional<PixelFormat> rootPixelFormat(const xcb::Connection &connection)
@@ -76,7 +74,7 @@ std::optional<PixelFormat> rootPixelFormat(const xcb::Connection &connection)
     const auto bits = bitsPerPixel(setup, screen.root_depth);
     const auto *const row = std::ranges::find_if(formatRows, [&](const FormatRow &candidate) {
         return candidate.depth == screen.root_depth && candidate.redMask == red
-            && candidate.bitsPerPixel == bits;
+            && candidate.pixels.bitsPerPixel == bits;
     });
     return row == formatRows.end() ? std::nullopt : std::optional(row->pixels);
 }

@@ -15,6 +15,7 @@ namespace lumacap::x11 {
 /// How the server's pixels of one depth lie in memory.
 struct PixelFormat {
     QImage::Format format = QImage::Format_Invalid;
+    int bitsPerPixel = 0;
     /// The bits of a 32-bit pixel that hold no colour; servers leave them as they like. None in
     /// smaller pixels.
     std::uint32_t unusedBits = 0;

@@ -81,6 +81,8 @@ QCoro::Task<Result<QImage>> X11ScreenCapture::rootPicture(QRect frame, PixelForm
         picture = co_await sharedPicture(frame, format);
     if (!picture)
         picture = co_await sentPicture(frame, format);
+    if (picture && picture->isNull())
+        picture = failure(u"there is no memory for the picture"_s);
     if (!m_connection.hasFixes())
         co_return picture;
     const auto pointer =

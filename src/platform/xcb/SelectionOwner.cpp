@@ -2,12 +2,12 @@
 
 #include "platform/xcb/Connection.h"
 
-#include <QCoroSignal>
+#include <QCoroFuture>
+#include <QTimer>
 
 #include <array>
 #include <chrono>
 #include <cstring>
-#include <tuple>
 #include <vector>
 
 #include <xcb/xcb.h>
@@ -77,7 +77,7 @@ void SelectionOwner::own(std::unique_ptr<PasteboardItem> item)
 
 QCoro::Task<> SelectionOwner::handOver()
 {
-    if (!m_item || m_item->types().isEmpty())
+    if (!m_item || m_item->types().isEmpty() || m_handOver)
         co_return;
     auto *const raw = m_connection.raw();
     const xcb_atom_t manager = m_connection.atom("CLIPBOARD_MANAGER");
@@ -94,7 +94,11 @@ QCoro::Task<> SelectionOwner::handOver()
     xcb_convert_selection(raw, m_window, manager, m_connection.atom("SAVE_TARGETS"), property,
                           m_ownedSince);
     m_connection.flush();
-    std::ignore = co_await qCoro(this, &SelectionOwner::handedOver, managerLimit);
+    // A promise is kept once, however often a manager answers.
+    m_handOver.emplace();
+    m_handOver->start();
+    QTimer::singleShot(managerLimit, this, &SelectionOwner::finishHandOver);
+    co_await m_handOver->future();
 }
 
 void SelectionOwner::handleEvent(const void *event)
@@ -124,14 +128,22 @@ void SelectionOwner::handleClear(const xcb_selection_clear_event_t &clear)
     // Our own clear() before own() is reported too, when the new item is already there.
     const auto sequence = reinterpret_cast<const xcb_generic_event_t &>(clear).full_sequence;
     const bool isStale = static_cast<std::int32_t>(sequence - m_takenBy) < 0;
-    if (!isStale && clear.owner == m_window && clear.selection == m_connection.atom("CLIPBOARD"))
+    const bool isFromTheServer = (clear.response_type & 0x80) == 0;
+    if (!isStale && isFromTheServer && clear.owner == m_window
+        && clear.selection == m_connection.atom("CLIPBOARD"))
         m_item.reset();
 }
 
 void SelectionOwner::handleNotify(const xcb_selection_notify_event_t &notify)
 {
     if (notify.requestor == m_window && notify.selection == m_connection.atom("CLIPBOARD_MANAGER"))
-        Q_EMIT handedOver();
+        finishHandOver();
+}
+
+void SelectionOwner::finishHandOver()
+{
+    if (m_handOver)
+        m_handOver->finish();
 }
 
 void SelectionOwner::handleRequest(const xcb_selection_request_event_t &request)

@@ -5,9 +5,11 @@
 
 #include <QCoroTask>
 #include <QObject>
+#include <QPromise>
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 
 struct xcb_selection_clear_event_t;
 struct xcb_selection_notify_event_t;
@@ -38,11 +40,8 @@ public:
     /// hangs.
     QCoro::Task<> handOver();
 
-Q_SIGNALS:
-    /// The clipboard manager has answered.
-    void handedOver();
-
 private:
+    void finishHandOver();
     void handleEvent(const void *event);
     void handleRequest(const xcb_selection_request_event_t &request);
     void handleClear(const xcb_selection_clear_event_t &clear);
@@ -62,6 +61,8 @@ private:
     std::uint32_t m_ownedSince = 0;
     std::uint32_t m_takenBy = 0;
     std::unique_ptr<PasteboardItem> m_item;
+    /// While the clipboard manager is asked.
+    std::optional<QPromise<void>> m_handOver;
 };
 
 } // namespace lumacap::xcb

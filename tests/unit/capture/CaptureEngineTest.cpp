@@ -153,8 +153,7 @@ TEST_F(CaptureEngineTest, freezesTheDisplayOfTheGivenScreenWithThatScreensFactor
 {
     const auto image = QCoro::waitFor(engine.captureFreezeImage(screens.all.at(1)));
 
-    ASSERT_TRUE(image.has_value());
-    EXPECT_EQ(image->size(), QSize(60, 30));
+    EXPECT_EQ(image.value_or(QImage()).size(), QSize(60, 30));
     EXPECT_THAT(screenCapture.requests,
                 ElementsAre(FakeScreenCapture::Request{second, QSize(60, 30)}));
     EXPECT_THAT(journal, IsEmpty()) << "the caller has the picture, the saver does not";

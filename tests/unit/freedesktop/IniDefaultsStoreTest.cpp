@@ -287,4 +287,10 @@ INSTANTIATE_TEST_SUITE_P(
         HandEdit{"otherVariant", "@Size(1 2)", false, {}, {}}),
     [](const auto &instance) { return std::string{instance.param.name}; });
 
+TEST_F(IniDefaultsStoreTest, countsAFileTooLargeForSettingsAsEmpty)
+{
+    write("[General]\nsaveToFile=true\n" + QByteArray(1 << 20, '\n'));
+    EXPECT_FALSE(m_store.holds(u"saveToFile"_s));
+}
+
 } // namespace

@@ -6,12 +6,13 @@ namespace lumacap::x11 {
 
 TEST(PixelFormat, padsRowsToWholeWords)
 {
-    const PixelFormat wide{QImage::Format_RGB32, 0xff000000};
-    const PixelFormat narrow{QImage::Format_RGB16, 0};
+    const PixelFormat wide{QImage::Format_RGB32, 32, 0xff000000};
+    const PixelFormat narrow{QImage::Format_RGB16, 16, 0};
 
     EXPECT_EQ(wide.bytesPerLine(3), 12);
     EXPECT_EQ(narrow.bytesPerLine(3), 8);
     EXPECT_EQ(narrow.bytesPerLine(4), 8);
+    EXPECT_EQ((PixelFormat{QImage::Format_RGB555, 16, 0}.bytesPerLine(3)), 8);
 }
 
 TEST(OpaqueImage, isOpaqueWhateverTheServerLeftInTheUnusedByte)
@@ -21,7 +22,7 @@ TEST(OpaqueImage, isOpaqueWhateverTheServerLeftInTheUnusedByte)
     row[0] = 0x00112233;
     row[1] = 0x7fa0b0c0;
 
-    const QImage opaque = opaqueImage(picture, {QImage::Format_RGB32, 0xff000000});
+    const QImage opaque = opaqueImage(picture, {QImage::Format_RGB32, 32, 0xff000000});
 
     EXPECT_EQ(opaque.format(), QImage::Format_ARGB32_Premultiplied);
     EXPECT_EQ(opaque.pixel(0, 0), 0xff112233);
@@ -33,7 +34,7 @@ TEST(OpaqueImage, changesAPictureOfThirtyTwoBitsInItsOwnMemory)
     QImage picture(2, 1, QImage::Format_RGB32);
     const uchar *const memory = picture.constBits();
 
-    const QImage opaque = opaqueImage(std::move(picture), {QImage::Format_RGB32, 0xff000000});
+    const QImage opaque = opaqueImage(std::move(picture), {QImage::Format_RGB32, 32, 0xff000000});
 
     EXPECT_EQ(opaque.constBits(), memory);
 }
@@ -43,7 +44,7 @@ TEST(OpaqueImage, keepsTheUpperBitsOfThirtyBitColours)
     QImage picture(1, 1, QImage::Format_RGB30);
     *reinterpret_cast<QRgb *>(picture.scanLine(0)) = (0x3ffU << 20U) | (0x200U << 10U) | 0x004U;
 
-    const QImage opaque = opaqueImage(picture, {QImage::Format_RGB30, 0xc0000000});
+    const QImage opaque = opaqueImage(picture, {QImage::Format_RGB30, 32, 0xc0000000});
 
     EXPECT_EQ(opaque.pixel(0, 0), qRgb(255, 128, 1));
 }
@@ -53,7 +54,7 @@ TEST(OpaqueImage, widensSixteenBitColours)
     QImage picture(1, 1, QImage::Format_RGB16);
     *reinterpret_cast<quint16 *>(picture.scanLine(0)) = 0xf800;
 
-    EXPECT_EQ(opaqueImage(picture, {QImage::Format_RGB16, 0}).pixel(0, 0), qRgb(255, 0, 0));
+    EXPECT_EQ(opaqueImage(picture, {QImage::Format_RGB16, 16, 0}).pixel(0, 0), qRgb(255, 0, 0));
 }
 
 } // namespace lumacap::x11

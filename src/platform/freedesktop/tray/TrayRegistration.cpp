@@ -23,7 +23,7 @@ constexpr int replyLimit = 10'000; // milliseconds
 
 // Some watchers take their name first and can answer a moment later; the waits are bounded, so that
 // a watcher that never answers is left alone.
-constexpr std::array retryPauses{200ms, 500ms, 1000ms, 3000ms};
+constexpr std::array retryPauses{200ms, 500ms, 1000ms, 2000ms};
 
 const auto watcherName = u"org.kde.StatusNotifierWatcher"_s;
 const auto watcherPath = u"/StatusNotifierWatcher"_s;
