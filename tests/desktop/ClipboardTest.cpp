@@ -7,7 +7,9 @@
 
 #include <gmock/gmock.h>
 
+#include <array>
 #include <csignal>
+#include <cstring>
 #include <memory>
 #include <ostream>
 
@@ -225,6 +227,34 @@ TEST_F(ClipboardTest, aClipboardManagerThatNeverAnswersDoesNotKeepTheAgent)
                             XCB_CURRENT_TIME);
     manager.finish();
     ASSERT_TRUE(agent->activate(u"quit"_s));
+    EXPECT_EQ(agent->process().waitForEnd(usualLimit), cleanEnd);
+}
+
+TEST_F(ClipboardTest, aClipboardManagerThatAnswersManyTimesIsHeardOnce)
+{
+    start();
+    const XConnection manager(desktop->server().display());
+    xcb_set_selection_owner(manager.raw(), newWindow(manager), manager.atom("CLIPBOARD_MANAGER"),
+                            XCB_CURRENT_TIME);
+    manager.finish();
+    ASSERT_TRUE(agent->activate(u"quit"_s));
+
+    XReply<xcb_generic_event_t> event;
+    ASSERT_TRUE(waitFor([&] {
+        event.reset(xcb_poll_for_event(manager.raw()));
+        return event && (event->response_type & 0x7f) == XCB_SELECTION_REQUEST;
+    }));
+    const auto &request = reinterpret_cast<const xcb_selection_request_event_t &>(*event);
+    xcb_selection_notify_event_t answer{};
+    answer.response_type = XCB_SELECTION_NOTIFY;
+    answer.requestor = request.requestor;
+    answer.selection = request.selection;
+    answer.target = request.target;
+    std::array<char, 32> wire{};
+    std::memcpy(wire.data(), &answer, sizeof answer);
+    for (int times = 0; times < 5; ++times)
+        xcb_send_event(manager.raw(), 0, request.requestor, XCB_EVENT_MASK_NO_EVENT, wire.data());
+    manager.finish();
     EXPECT_EQ(agent->process().waitForEnd(usualLimit), cleanEnd);
 }
 
