@@ -34,7 +34,7 @@ constexpr int badUsage = 2;
 
 // Beyond what the steps themselves allow: these are for the ones inside libraries.
 constexpr auto busLimit = 10s;
-constexpr auto captureLimit = 40s;
+constexpr auto captureLimit = 25s;
 constexpr auto endLimit = 30s;
 
 const QString refusedCommand = u"the running agent did not take the command"_s;
