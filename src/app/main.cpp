@@ -14,6 +14,7 @@
 #include <QApplication>
 #include <QCoroTask>
 #include <QDBusConnection>
+#include <QEvent>
 #include <QSessionManager>
 
 #include <chrono>
@@ -102,6 +103,8 @@ std::optional<int> handOver(std::optional<Command> command, int &argc, char **ar
     const HandOver done = QCoro::waitFor(handOverToRunningAgent(
         QDBusConnection::connectToBus(QDBusConnection::SessionBus, name), command));
     QDBusConnection::disconnectFromBus(name);
+    // What the answered call left to be deleted later: this application's loop does not run again.
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     switch (done) {
     case HandOver::Accepted:
         return EXIT_SUCCESS;
