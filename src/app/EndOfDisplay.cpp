@@ -10,29 +10,34 @@ namespace lumacap {
 
 namespace {
 
-const Session *watchedSession = nullptr;
+bool isWatching = false;
 
-/// Runs first in exit(), before any static object goes. Nothing is left to do: files are written
-/// whole within one turn of the loop, and the clipboard ended with the server.
-void endWell()
+[[noreturn]] void endWell()
 {
-    if (watchedSession == nullptr || !watchedSession->hasDisplayEnded())
-        return;
     std::fflush(nullptr);
     std::_Exit(EXIT_SUCCESS);
+}
+
+/// The toolkit, where it finds the server gone first, calls exit(1) from the middle of its event
+/// loop, and nothing else in this program calls exit. This runs before any static object goes.
+void endWellAfterExit()
+{
+    if (isWatching)
+        endWell();
 }
 
 } // namespace
 
 EndOfDisplay::EndOfDisplay(const Session &session)
 {
-    watchedSession = &session;
-    std::ignore = std::atexit(&endWell);
+    session.onDisplayEnded(&m_context, &endWell);
+    isWatching = true;
+    std::ignore = std::atexit(&endWellAfterExit);
 }
 
 EndOfDisplay::~EndOfDisplay()
 {
-    watchedSession = nullptr;
+    isWatching = false;
 }
 
 } // namespace lumacap

@@ -55,11 +55,6 @@ Session Session::open()
     return session;
 }
 
-bool Session::hasDisplayEnded() const
-{
-    return m_x11 && m_x11->isBroken();
-}
-
 void Session::onDisplayEnded(const QObject *context, const std::function<void()> &ended) const
 {
     if (m_x11)

@@ -27,8 +27,6 @@ public:
     /// Null in a session without an X server, and under Wayland, where the X server shows only a
     /// part of what is on the screen.
     xcb::Connection *x11() const { return m_x11.get(); }
-    /// True once the display server has gone, looked up now.
-    bool hasDisplayEnded() const;
     /// Calls `ended` when the display server goes, as long as `context` lives.
     void onDisplayEnded(const QObject *context, const std::function<void()> &ended) const;
 

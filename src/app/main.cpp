@@ -173,7 +173,6 @@ int runAgent(std::optional<Command> command, int &argc, char **argv)
     const TerminationSignals signals;
     QObject::connect(&signals, &TerminationSignals::requested, &delegate, &AppDelegate::terminate);
     const EndOfDisplay endOfDisplay(session);
-    session.onDisplayEnded(&application, &QCoreApplication::quit);
     // From within the loop: an exit asked for before it runs would be forgotten.
     QMetaObject::invokeMethod(
         &delegate,

@@ -125,12 +125,6 @@ void Connection::learnExtensions()
     }
 }
 
-bool Connection::isBroken()
-{
-    dispatchEvents(); // reading is what tells
-    return xcb_connection_has_error(raw()) != 0;
-}
-
 void Connection::flush()
 {
     xcb_flush(raw());

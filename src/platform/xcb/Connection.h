@@ -48,9 +48,6 @@ public:
     /// True when the server knows RandR 1.5, which has monitors.
     bool hasMonitors() const { return m_hasMonitors; }
 
-    /// True once the server has gone, looked up now.
-    bool isBroken();
-
     /// Sends what was requested, and sees to what came in meanwhile.
     void flush();
 
