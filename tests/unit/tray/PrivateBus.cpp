@@ -6,7 +6,10 @@
 #include <QTimer>
 
 #include <chrono>
+#include <csignal>
 #include <stdexcept>
+
+#include <sys/prctl.h>
 
 namespace lumacap::freedesktop {
 
@@ -55,6 +58,8 @@ PrivateBus::PrivateBus()
     if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size())
         throw std::runtime_error("no configuration for the bus");
     file.close();
+    // A test that crashes must not leave its bus behind.
+    m_daemon.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGKILL); });
     m_daemon.start(u"dbus-daemon"_s,
                    {u"--nofork"_s, u"--print-address"_s, u"--config-file="_s + file.fileName()});
     if (!m_daemon.waitForReadyRead(limit))
