@@ -7,7 +7,12 @@
 #include <QFile>
 #include <QTemporaryDir>
 
+#include <QCoreApplication>
+#include <QEvent>
+
 #include <gmock/gmock.h>
+
+#include <sys/wait.h>
 
 #include <csignal>
 #include <cstdio>
@@ -87,6 +92,15 @@ protected:
     RedirectedStandardError m_standardError{m_folder.filePath(u"stderr"_s)};
 };
 
+/// Until the opener has ended and what waits for it has been deleted, for it belongs to itself.
+bool everyOpenerIsForgotten()
+{
+    const bool isForgotten = waitUntil(
+        [] { return waitid(P_ALL, 0, nullptr, WEXITED | WNOHANG | WNOWAIT | __WALL) == -1; });
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    return isForgotten;
+}
+
 TEST_F(SoftwareCentreUpdaterTest, startOpensNothing)
 {
     writeOpener("echo started >called");
@@ -95,6 +109,7 @@ TEST_F(SoftwareCentreUpdaterTest, startOpensNothing)
     updater.checkForUpdates();
     ASSERT_TRUE(waitUntil([this] { return !left(u"called"_s).isEmpty(); }));
     EXPECT_EQ(left(u"called"_s), "started\n");
+    EXPECT_TRUE(everyOpenerIsForgotten());
     EXPECT_EQ(printed(), "");
 }
 
@@ -105,6 +120,7 @@ TEST_F(SoftwareCentreUpdaterTest, opensThePageOfTheProgramAndSaysNothing)
     SoftwareCentreUpdater{}.checkForUpdates();
     ASSERT_TRUE(waitUntil([this] { return openerIsGone(); }));
     EXPECT_EQ(left(u"arguments"_s), "1,appstream://app.lumacap.Lumacap,");
+    EXPECT_TRUE(everyOpenerIsForgotten());
     EXPECT_EQ(printed(), "");
 }
 
