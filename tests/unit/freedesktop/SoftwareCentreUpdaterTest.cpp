@@ -173,7 +173,7 @@ TEST_F(SoftwareCentreUpdaterTest, anOpenerThatStaysOutlivesTheUpdater)
     QElapsedTimer clock;
     clock.start();
     updater->checkForUpdates();
-    EXPECT_LT(clock.elapsed(), 2000);
+    EXPECT_LT(clock.elapsed(), 20'000); // waiting for it would last for ever
     ASSERT_TRUE(waitUntil([this] { return left(u"pid"_s).endsWith('\n'); }));
     updater.reset();
     EXPECT_FALSE(openerIsGone());
