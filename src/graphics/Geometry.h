@@ -1,6 +1,8 @@
 #pragma once
 
 #include <algorithm>
+#include <cmath>
+#include <optional>
 
 namespace lumacap {
 
@@ -8,6 +10,8 @@ namespace lumacap {
 
 /// The desktop's own units, origin at the bottom left of the first screen, y up.
 struct Global;
+/// Points of the captured display, origin at its lower left, y up: where annotations live.
+struct Canvas;
 /// Device pixels, origin at the top left, y down.
 struct Pixel;
 
@@ -41,6 +45,31 @@ struct Rect {
     double maxY() const { return std::max(origin.y, origin.y + size.height); }
     double midY() const { return origin.y + size.height / 2; }
 
+    double width() const { return std::abs(size.width); }
+    double height() const { return std::abs(size.height); }
+    Point<Space> center() const { return {midX(), midY()}; }
+
+    /// The same area with its origin at `minX`, `minY` and no negative side.
+    Rect standardized() const { return {{minX(), minY()}, {width(), height()}}; }
+
+    /// The area both share, standardized; nothing when they share none.
+    std::optional<Rect> intersection(const Rect &other) const
+    {
+        const Point<Space> low{std::max(minX(), other.minX()), std::max(minY(), other.minY())};
+        const Point<Space> high{std::min(maxX(), other.maxX()), std::min(maxY(), other.maxY())};
+        if (!(low.x < high.x && low.y < high.y))
+            return std::nullopt;
+        return Rect{low, {high.x - low.x, high.y - low.y}};
+    }
+
+    /// Every edge moved inward by `distance`, outward where that is negative. A side shorter than
+    /// twice the distance comes out negative.
+    Rect inset(double distance) const
+    {
+        return {{minX() + distance, minY() + distance},
+                {width() - 2 * distance, height() - 2 * distance}};
+    }
+
     /// Half open: the edges at `minX` and `minY` belong to the rectangle, those at `maxX` and
     /// `maxY` do not.
     bool contains(Point<Space> point) const
@@ -50,5 +79,19 @@ struct Rect {
 
     friend bool operator==(const Rect &, const Rect &) = default;
 };
+
+template <class Space>
+bool isFinite(Point<Space> point)
+{
+    return std::isfinite(point.x) && std::isfinite(point.y);
+}
+
+/// Whether all four edges are numbers.
+template <class Space>
+bool isFinite(const Rect<Space> &rect)
+{
+    return isFinite(rect.origin) && std::isfinite(rect.origin.x + rect.size.width)
+        && std::isfinite(rect.origin.y + rect.size.height);
+}
 
 } // namespace lumacap

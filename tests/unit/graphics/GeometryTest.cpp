@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <optional>
+
 namespace lumacap {
 
 TEST(Rect, looksAtTheStandardizedRectangleWhenASideIsNegative)
@@ -33,6 +36,38 @@ TEST(Rect, containsTheSamePointsDraggedEitherWay)
 
     EXPECT_TRUE(dragged.contains({0, 0}));
     EXPECT_FALSE(dragged.contains({10, 5}));
+}
+
+TEST(Rect, standardizedCoversTheSameAreaFromItsLowestCorner)
+{
+    EXPECT_EQ((Rect<Canvas>{{10, 20}, {-4, -6}}.standardized()), (Rect<Canvas>{{6, 14}, {4, 6}}));
+    EXPECT_EQ((Rect<Canvas>{{10, 20}, {4, 6}}.standardized()), (Rect<Canvas>{{10, 20}, {4, 6}}));
+}
+
+TEST(Rect, intersectionIsTheAreaBothShare)
+{
+    const Rect<Canvas> rect{{0, 0}, {10, 10}};
+
+    EXPECT_EQ(rect.intersection({{5, 15}, {20, -10}}), (Rect<Canvas>{{5, 5}, {5, 5}}));
+    EXPECT_EQ(rect.intersection({{10, 0}, {5, 5}}), std::nullopt) << "a common edge is no area";
+    EXPECT_EQ(rect.intersection({{20, 20}, {5, 5}}), std::nullopt);
+    EXPECT_EQ(rect.intersection({{5, 5}, {std::nan(""), 5}}), std::nullopt);
+}
+
+TEST(Rect, insetMovesEveryEdgeInward)
+{
+    const Rect<Canvas> rect{{10, 10}, {20, 30}};
+
+    EXPECT_EQ(rect.inset(4), (Rect<Canvas>{{14, 14}, {12, 22}}));
+    EXPECT_EQ(rect.inset(-1), (Rect<Canvas>{{9, 9}, {22, 32}}));
+}
+
+TEST(Rect, isFiniteOnlyWithFourEdgesThatAreNumbers)
+{
+    EXPECT_TRUE(isFinite(Rect<Canvas>{{1, 2}, {3, 4}}));
+    EXPECT_FALSE(isFinite(Rect<Canvas>{{std::nan(""), 2}, {3, 4}}));
+    EXPECT_FALSE(isFinite(Rect<Canvas>{{1, 2}, {3, HUGE_VAL}}));
+    EXPECT_FALSE(isFinite(Rect<Canvas>{{1.7e308, 2}, {1.7e308, 4}}));
 }
 
 } // namespace lumacap

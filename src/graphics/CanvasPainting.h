@@ -1,0 +1,31 @@
+#pragma once
+
+#include "graphics/Geometry.h"
+
+#include <QPointF>
+#include <QRectF>
+#include <QTransform>
+
+class QPainter;
+
+namespace lumacap {
+
+inline QPointF toQPointF(Point<Canvas> point)
+{
+    return {point.x, point.y};
+}
+
+/// The standardized rectangle. Its `top` is the lower edge, for y goes up in the canvas.
+inline QRectF toQRectF(const Rect<Canvas> &rect)
+{
+    return {rect.minX(), rect.minY(), rect.width(), rect.height()};
+}
+
+/// What takes canvas points to the pixels of a picture `pixelHeight` high whose lower left corner
+/// shows `lowerLeft`, at `scale` pixels a point.
+QTransform canvasToPixels(Point<Canvas> lowerLeft, double scale, int pixelHeight);
+
+/// The device pixels that `painter` can change: those of its picture, inside its clip.
+QRectF visiblePixels(const QPainter &painter);
+
+} // namespace lumacap
