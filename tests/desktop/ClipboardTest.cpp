@@ -203,7 +203,7 @@ TEST_F(ClipboardTest, outlivesQuitWithAClipboardManager)
 
 TEST_F(ClipboardTest, outlivesATerminationWithAClipboardManager)
 {
-    start({3840, 2160});
+    start({1920, 1080});
     startClipboardManager();
     agent->process().send(SIGTERM);
     EXPECT_EQ(agent->process().waitForEnd(usualLimit), cleanEnd);

@@ -82,8 +82,9 @@ TEST_F(TrayTest, aTrayThatStartsLaterShowsTheItem)
     Agent agent(desktop);
     agent.requireReady();
     TrayHost tray(desktop.bus().address());
-    tray.requireItem();
-    EXPECT_FALSE(tray.menu().empty());
+    // A tray that comes just as the agent looks for one of the older kind sees, for a moment, an
+    // item more that the toolkit makes for that.
+    EXPECT_TRUE(waitFor([&tray] { return tray.itemCount() == 1 && !tray.menu().empty(); }));
 }
 
 TEST_F(TrayTest, aTrayThatRestartsShowsTheItemAgain)
@@ -91,9 +92,7 @@ TEST_F(TrayTest, aTrayThatRestartsShowsTheItemAgain)
     std::optional<TrayHost> tray(std::in_place, desktop.bus().address());
     Agent agent(desktop);
     for (int start = 0; start < 3; ++start) {
-        tray->requireItem();
-        EXPECT_EQ(tray->itemCount(), 1);
-        EXPECT_FALSE(tray->menu().empty());
+        EXPECT_TRUE(waitFor([&tray] { return tray->itemCount() == 1 && !tray->menu().empty(); }));
         tray.reset();
         EXPECT_TRUE(agent.activatePlainly());
         tray.emplace(desktop.bus().address());
