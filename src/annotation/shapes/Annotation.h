@@ -1,0 +1,47 @@
+#pragma once
+
+#include "graphics/Geometry.h"
+
+#include <QColor>
+#include <QUuid>
+
+class QImage;
+class QPainter;
+
+namespace lumacap {
+
+/// One mark drawn over the selected area. The overlay edits its fields while the user drags.
+/// Rectangles may have negative sides; they mean the area they cover. A mark whose points are no
+/// numbers draws nothing.
+class Annotation {
+public:
+    /// `lineWidth` in canvas points.
+    Annotation(QColor strokeColor, double strokeWidth)
+        : color(std::move(strokeColor))
+        , lineWidth(strokeWidth)
+    {
+    }
+    Q_DISABLE_COPY_MOVE(Annotation)
+    virtual ~Annotation() = default;
+
+    /// The mark's own for its whole life: undoing refers to it.
+    QUuid id() const { return m_id; }
+
+    /// Draws into a painter in canvas space and gives it back as it was. `canvasBounds` is the
+    /// whole canvas.
+    virtual void draw(QPainter &context, const Rect<Canvas> &canvasBounds) const = 0;
+
+    /// Draws as it looks in the final picture, for which some kinds need the screen beneath them:
+    /// `frozenImage` in device pixels, `scaleFactor` of them a canvas point. The painter is one on
+    /// a picture in device pixels of its own.
+    virtual void drawWithImage(QPainter &context, const Rect<Canvas> &canvasBounds,
+                               const QImage &frozenImage, double scaleFactor) const;
+
+    QColor color;
+    double lineWidth;
+
+private:
+    const QUuid m_id = QUuid::createUuid();
+};
+
+} // namespace lumacap

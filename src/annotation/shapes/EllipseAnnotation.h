@@ -1,0 +1,18 @@
+#pragma once
+
+#include "annotation/shapes/Annotation.h"
+
+namespace lumacap {
+
+/// The outline of the ellipse inscribed in a rectangle.
+class EllipseAnnotation final : public Annotation {
+public:
+    EllipseAnnotation(const QColor &color, double lineWidth, const Rect<Canvas> &rect);
+
+    void draw(QPainter &context, const Rect<Canvas> &canvasBounds) const override;
+
+    Point<Canvas> origin;
+    Size size;
+};
+
+} // namespace lumacap

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "annotation/shapes/Annotation.h"
+
+namespace lumacap {
+
+/// A disc with a number in it.
+class NumberedPointAnnotation final : public Annotation {
+public:
+    NumberedPointAnnotation(const QColor &color, Point<Canvas> center, int number);
+
+    void draw(QPainter &context, const Rect<Canvas> &canvasBounds) const override;
+
+    Point<Canvas> center;
+    int number;
+};
+
+} // namespace lumacap
