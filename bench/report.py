@@ -6,8 +6,6 @@ import platform
 import statistics
 import subprocess
 
-BEGIN, END = "<!-- bench/run: begin -->", "<!-- bench/run: end -->"
-
 
 def package_version(package):
     """Version of an installed Debian package; empty when there is none of that name."""
@@ -82,10 +80,11 @@ def machine_facts(load_before, rounds, folder):
             f"{files.stdout.strip()}"]
 
 
-def store(path, text):
-    """Replaces what stands between the markers in `path`; raises when the markers are not there."""
+def store(path, text, program="bench/run"):
+    """Replaces what stands between the markers of `program` in `path`; raises when they are not there."""
+    begin, end = f"<!-- {program}: begin -->", f"<!-- {program}: end -->"
     content = path.read_text()
-    if content.count(BEGIN) != 1 or content.count(END) != 1:
-        raise ValueError(f"{path} has no place for the tables: {BEGIN} … {END}")
-    before, rest = content.split(BEGIN)
-    path.write_text(f"{before}{BEGIN}\n{text}\n{END}{rest.split(END)[1]}")
+    if content.count(begin) != 1 or content.count(end) != 1:
+        raise ValueError(f"{path} has no place for the tables: {begin} … {end}")
+    before, rest = content.split(begin)
+    path.write_text(f"{before}{begin}\n{text}\n{end}{rest.split(end)[1]}")
