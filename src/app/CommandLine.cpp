@@ -45,7 +45,7 @@ CommandLine captureToFile(const QString &path)
     const QString suffix = QFileInfo(path).suffix().toLower();
     for (const SuffixRow &row : suffixes) {
         if (suffix == row.suffix)
-            return CaptureToFile{path, row.value};
+            return CaptureToFile{path, row.format};
     }
     return BadUsage{u"the name of the output file must end in .png, .jpg, .jpeg, .tif or .tiff"_s};
 }
