@@ -15,31 +15,35 @@
 namespace lumacap {
 namespace {
 
-/// Whole pixels in a length, the rest cut off; nothing where no picture has such a side.
+/// Whole pixels in a length, which is not negative, the rest cut off; nothing where no picture has
+/// such a side.
 std::optional<int> pixelLength(double length)
 {
-    // What sums of points divided by a scale are off by; no visible share of a pixel.
-    constexpr double rounding = 1e-6;
-    const double pixels = std::trunc(length + rounding);
-    if (!(std::abs(pixels) < static_cast<double>(std::numeric_limits<int64_t>::max())))
+    const double pixels = std::trunc(length + pixelRounding);
+    if (!(pixels < static_cast<double>(std::numeric_limits<int64_t>::max())))
         fatal("a picture's side is no number of pixels");
     if (pixels < 1 || pixels > std::numeric_limits<int>::max())
         return std::nullopt;
     return static_cast<int>(pixels);
 }
 
-/// The part of the screen that a picture of `size` pixels begun at `area`'s upper left corner
-/// shows, transparent where there is no screen.
-QImage croppedTo(const Rect<Canvas> &area, QSize size, const QImage &frozenImage, Size screenSize,
-                 double scale)
+/// The first of the screen's pixels that a picture of `area` shows, by its upper left corner.
+QPoint firstPixel(const Rect<Canvas> &area, Size screenSize, double scale)
 {
     const auto nearest = [](double pixels) {
         constexpr double farOutside = 1 << 30;
         return static_cast<int>(std::lround(std::clamp(pixels, -farOutside, farOutside)));
     };
-    const QPoint first(nearest(area.minX() * scale),
-                       nearest((screenSize.height - area.maxY()) * scale));
-    return frozenImage.copy({first, size}).convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    return {nearest(area.minX() * scale), nearest((screenSize.height - area.maxY()) * scale)};
+}
+
+/// The picture as annotations and the renderer need it, copied only where it is not.
+QImage asPixels(const QImage &frozenImage)
+{
+    QImage pixels = frozenImage.convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    if (pixels.devicePixelRatio() != 1)
+        pixels.setDevicePixelRatio(1);
+    return pixels;
 }
 
 } // namespace
@@ -57,13 +61,17 @@ std::optional<QImage> AnnotationRenderer::renderFinalImage(
     const std::optional<int> height = pixelLength(area.height() * scale);
     if (!width || !height)
         return std::nullopt;
-    QImage image = croppedTo(area, {*width, *height}, frozenImage, screenSize, scale);
+    const QImage screenPixels = asPixels(frozenImage);
+    const QPoint first = firstPixel(area, screenSize, scale);
+    QImage image = screenPixels.copy({first, QSize(*width, *height)});
     if (image.isNull())
         return std::nullopt;
     QPainter painter(&image);
-    painter.setTransform(canvasToPixels(area.origin, scale, *height));
+    // Annotations follow the pixels, so that they lie over what they were drawn over.
+    painter.setTransform({scale, 0, 0, -scale, static_cast<double>(-first.x()),
+                          screenSize.height * scale - first.y()});
     for (const std::unique_ptr<Annotation> &annotation : annotations)
-        annotation->drawWithImage(painter, screen, frozenImage, scale);
+        annotation->drawWithImage(painter, screen, screenPixels, scale);
     return image;
 }
 

@@ -21,6 +21,10 @@ inline QRectF toQRectF(const Rect<Canvas> &rect)
     return {rect.minX(), rect.minY(), rect.width(), rect.height()};
 }
 
+/// What sums of points divided by a scale are off by, times that scale: no visible share of a
+/// pixel.
+inline constexpr double pixelRounding = 1e-6;
+
 /// What takes canvas points to the pixels of a picture `pixelHeight` high whose lower left corner
 /// shows `lowerLeft`, at `scale` pixels a point.
 QTransform canvasToPixels(Point<Canvas> lowerLeft, double scale, int pixelHeight);

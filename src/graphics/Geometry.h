@@ -10,6 +10,9 @@ namespace lumacap {
 
 /// The desktop's own units, origin at the bottom left of the first screen, y up.
 struct Global;
+/// The units of Global, origin at the top left of the first screen, y down: how desktops list
+/// windows.
+struct TopLeftGlobal;
 /// Points of the captured display, origin at its lower left, y up: where annotations live.
 struct Canvas;
 /// Device pixels, origin at the top left, y down.
@@ -79,6 +82,17 @@ struct Rect {
 
     friend bool operator==(const Rect &, const Rect &) = default;
 };
+
+/// The same place counted from the other end of the first screen, which is `height` high.
+inline Point<TopLeftGlobal> toTopLeftGlobal(Point<Global> point, double height)
+{
+    return {point.x, height - point.y};
+}
+
+inline Rect<Global> toGlobal(const Rect<TopLeftGlobal> &rect, double height)
+{
+    return {{rect.minX(), height - rect.maxY()}, {rect.width(), rect.height()}};
+}
 
 template <class Space>
 bool isFinite(Point<Space> point)

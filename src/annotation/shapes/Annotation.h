@@ -5,14 +5,17 @@
 #include <QColor>
 #include <QUuid>
 
+#include <cmath>
+#include <utility>
+
 class QImage;
 class QPainter;
 
 namespace lumacap {
 
 /// One mark drawn over the selected area. The overlay edits its fields while the user drags.
-/// Rectangles may have negative sides; they mean the area they cover. A mark whose points are no
-/// numbers draws nothing.
+/// Rectangles may have negative sides; they mean the area they cover. A mark whose points or
+/// width are no numbers draws nothing.
 class Annotation {
 public:
     /// `lineWidth` in canvas points.
@@ -39,6 +42,10 @@ public:
 
     QColor color;
     double lineWidth;
+
+protected:
+    /// Whether there is a width to stroke with.
+    bool hasStroke() const { return std::isfinite(lineWidth) && lineWidth > 0; }
 
 private:
     const QUuid m_id = QUuid::createUuid();

@@ -38,7 +38,7 @@ ArrowAnnotation::ArrowAnnotation(const QColor &strokeColor, double strokeWidth, 
 
 void ArrowAnnotation::draw(QPainter &context, const Rect<Canvas> & /*canvasBounds*/) const
 {
-    if (!isFinite(startPoint) || !isFinite(endPoint))
+    if (!isFinite(startPoint) || !isFinite(endPoint) || !hasStroke())
         return;
     const PainterState state(context);
     context.setRenderHint(QPainter::Antialiasing);

@@ -17,7 +17,7 @@ EllipseAnnotation::EllipseAnnotation(const QColor &strokeColor, double strokeWid
 void EllipseAnnotation::draw(QPainter &context, const Rect<Canvas> & /*canvasBounds*/) const
 {
     const Rect<Canvas> rect{origin, size};
-    if (!isFinite(rect))
+    if (!isFinite(rect) || !hasStroke())
         return;
     const PainterState state(context);
     context.setRenderHint(QPainter::Antialiasing);

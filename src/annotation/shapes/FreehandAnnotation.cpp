@@ -5,10 +5,39 @@
 #include "graphics/PainterState.h"
 
 #include <algorithm>
+#include <cmath>
 #include <ranges>
 #include <utility>
 
 namespace lumacap {
+namespace {
+
+/// The way in short pieces, each beginning where the one before ended: filling one outline that
+/// crosses itself takes a painter far longer than filling its pieces, and with round ends, in
+/// opaque colours, both look the same.
+std::vector<QPainterPath> piecesOf(const std::vector<Point<Canvas>> &way)
+{
+    constexpr int mostSegments = 32;
+    constexpr double longest = 400; // canvas points
+    std::vector<QPainterPath> pieces{QPainterPath(toQPointF(way.front()))};
+    int segments = 0;
+    double length = 0;
+    Point<Canvas> last = way.front();
+    for (const Point<Canvas> point : way | std::views::drop(1)) {
+        if (segments == mostSegments || length > longest) {
+            pieces.emplace_back(toQPointF(last));
+            segments = 0;
+            length = 0;
+        }
+        pieces.back().lineTo(toQPointF(point));
+        ++segments;
+        length += std::hypot(point.x - last.x, point.y - last.y);
+        last = point;
+    }
+    return pieces;
+}
+
+} // namespace
 
 FreehandAnnotation::FreehandAnnotation(const QColor &strokeColor, double strokeWidth,
                                        std::vector<Point<Canvas>> way)
@@ -20,15 +49,13 @@ FreehandAnnotation::FreehandAnnotation(const QColor &strokeColor, double strokeW
 void FreehandAnnotation::draw(QPainter &context, const Rect<Canvas> & /*canvasBounds*/) const
 {
     const auto isNumber = [](Point<Canvas> point) { return isFinite(point); };
-    if (points.size() < 2 || !std::ranges::all_of(points, isNumber))
+    if (points.size() < 2 || !std::ranges::all_of(points, isNumber) || !hasStroke())
         return;
-    QPainterPath way(toQPointF(points.front()));
-    for (const Point<Canvas> point : points | std::views::drop(1))
-        way.lineTo(toQPointF(point));
-
     const PainterState state(context);
     context.setRenderHint(QPainter::Antialiasing);
-    strokeLine(context, way, QPen(color, lineWidth, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    const QPen pen(color, lineWidth, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin);
+    for (const QPainterPath &piece : piecesOf(points))
+        strokeLine(context, piece, pen);
 }
 
 } // namespace lumacap

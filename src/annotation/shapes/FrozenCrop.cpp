@@ -1,19 +1,18 @@
 #include "annotation/shapes/FrozenCrop.h"
 
+#include "graphics/CanvasPainting.h"
+
 #include <algorithm>
 #include <cmath>
 
 namespace lumacap {
 namespace {
 
-/// Below any visible share of a pixel, above what sums of points divided by a scale are off by.
-constexpr double rounding = 1e-6;
-
 /// The whole pixels that cover the stretch from `low` to `high`, of those from 0 to `length`.
 struct PixelSpan {
     PixelSpan(double low, double high, int length)
-        : first{static_cast<int>(std::clamp<double>(std::floor(low + rounding), 0, length))}
-        , end{static_cast<int>(std::clamp<double>(std::ceil(high - rounding), 0, length))}
+        : first{static_cast<int>(std::clamp<double>(std::floor(low + pixelRounding), 0, length))}
+        , end{static_cast<int>(std::clamp<double>(std::ceil(high - pixelRounding), 0, length))}
     {
     }
 

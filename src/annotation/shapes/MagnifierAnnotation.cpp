@@ -23,7 +23,6 @@ constexpr double leastSide = 4; // of a source or a loupe worth drawing
 constexpr double sourceStroke = 1.5;
 constexpr double sourceAlpha = 0.5;
 constexpr double loupeExtraStroke = 1;
-constexpr double leastConnectedWidth = 2;
 constexpr double connectorShare = 0.5; // of the stroke's width
 constexpr double leastConnector = 1.5;
 constexpr double connectorAlpha = 0.7;
@@ -108,7 +107,7 @@ void MagnifierAnnotation::drawWithImage(QPainter &context, const Rect<Canvas> &c
 
 bool MagnifierAnnotation::hasSource() const
 {
-    return exceedsLeastSide(source());
+    return exceedsLeastSide(source()) && hasStroke();
 }
 
 bool MagnifierAnnotation::hasLoupe() const
@@ -136,8 +135,6 @@ void MagnifierAnnotation::drawConnector(QPainter &context) const
 {
     const Rect<Canvas> from = source();
     const Rect<Canvas> to = loupe();
-    if (from.width() <= look::leastConnectedWidth || to.width() <= look::leastConnectedWidth)
-        return;
     const PainterState state(context);
     const double width = std::max(lineWidth * look::connectorShare, look::leastConnector);
     strokeLine(context,

@@ -17,7 +17,7 @@ RectAnnotation::RectAnnotation(const QColor &strokeColor, double strokeWidth,
 void RectAnnotation::draw(QPainter &context, const Rect<Canvas> & /*canvasBounds*/) const
 {
     const Rect<Canvas> rect{origin, size};
-    if (!isFinite(rect))
+    if (!isFinite(rect) || !hasStroke())
         return;
     const PainterState state(context);
     context.setRenderHint(QPainter::Antialiasing);

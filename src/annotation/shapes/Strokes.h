@@ -17,7 +17,10 @@ inline QPen outlinePen(const QColor &color, double width)
 /// its own whose pixels depend a little on the clip, and a part drawn anew must fit what is there.
 inline void strokeLine(QPainter &painter, const QPainterPath &line, const QPen &pen)
 {
-    painter.fillPath(QPainterPathStroker(pen).createStroke(line), pen.brush());
+    QPainterPath outline = QPainterPathStroker(pen).createStroke(line);
+    if (line.elementCount() == 1 && pen.capStyle() == Qt::RoundCap) // a path drops repeated points
+        outline.addEllipse(line.currentPosition(), pen.widthF() / 2, pen.widthF() / 2);
+    painter.fillPath(outline, pen.brush());
 }
 
 /// `color` at this alpha, whatever its own.

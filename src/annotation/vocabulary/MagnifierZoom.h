@@ -21,10 +21,11 @@ inline constexpr std::array magnifierZooms{
 };
 static_assert(rowsFollowTheEnum(magnifierZooms));
 
-/// "2x" for any factor from 2 up to 3.
+/// "2x" for any factor from 2 up to 3; "0x" for what is no factor.
 inline QString zoomLabel(double factor)
 {
-    return QString::number(static_cast<int>(factor)) + u'x';
+    constexpr double most = 1000;
+    return QString::number(factor >= 0 && factor < most ? static_cast<int>(factor) : 0) + u'x';
 }
 
 inline QString label(MagnifierZoom zoom)

@@ -217,6 +217,23 @@ TEST_F(AnnotationStoreTest, aSubscriptionOnTheMainLoopGetsTheValueOnTheNextTurn)
                                      std::pair(AnnotationTool::Text, AnnotationTool::Text)));
 }
 
+TEST_F(AnnotationStoreTest, announcesAnyChangeBeforeItIsInPlace)
+{
+    const auto store = newStore();
+    std::vector<std::pair<AnnotationTool, std::size_t>> seen;
+    QObject::connect(store.get(), &AnnotationStore::objectWillChange, store.get(),
+                     [&] { seen.emplace_back(store->currentTool(), store->annotations().size()); });
+
+    store->setCurrentTool(AnnotationTool::Blur);
+    addRect(*store);
+    store->undo();
+
+    EXPECT_THAT(seen,
+                testing::ElementsAre(std::pair(AnnotationTool::Selection, 0U),
+                                     std::pair(AnnotationTool::Blur, 0U),
+                                     std::pair(AnnotationTool::Blur, 1U)));
+}
+
 TEST_F(AnnotationStoreTest, everyPublishedPropertyAnnouncesItself)
 {
     const auto store = newStore();

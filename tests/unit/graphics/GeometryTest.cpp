@@ -54,6 +54,16 @@ TEST(Rect, intersectionIsTheAreaBothShare)
     EXPECT_EQ(rect.intersection({{5, 5}, {std::nan(""), 5}}), std::nullopt);
 }
 
+TEST(Geometry, windowListsCountFromTheUpperEdgeOfTheFirstScreen)
+{
+    EXPECT_EQ(toTopLeftGlobal({30, 40}, 1080), (Point<TopLeftGlobal>{30, 1040}));
+    EXPECT_EQ(toTopLeftGlobal({-30, 1200}, 1080), (Point<TopLeftGlobal>{-30, -120}));
+    EXPECT_EQ(toGlobal(Rect<TopLeftGlobal>{{10, 20}, {30, 40}}, 1080),
+              (Rect<Global>{{10, 1020}, {30, 40}}));
+    EXPECT_EQ(toGlobal(Rect<TopLeftGlobal>{{40, 60}, {-30, -40}}, 1080),
+              (Rect<Global>{{10, 1020}, {30, 40}}));
+}
+
 TEST(Rect, insetMovesEveryEdgeInward)
 {
     const Rect<Canvas> rect{{10, 10}, {20, 30}};

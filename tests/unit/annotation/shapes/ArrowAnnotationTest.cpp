@@ -53,6 +53,7 @@ TEST(ArrowAnnotation, withStartAndEndAlikeStillDrawsItsHead)
     EXPECT_EQ(colorAt(picture, 22, 34), QColor(Qt::red));
     EXPECT_EQ(colorAt(picture, 22, 45), QColor(Qt::red));
     EXPECT_EQ(inkBounds(picture).left(), 20); // 40 - 23 cos 30° = 20.08
+    EXPECT_EQ(inkBounds(picture).right(), 41) << "the shaft is the dot of its round caps";
 }
 
 TEST(ArrowAnnotation, shaftBeginsWithARoundCapAndReachesTheTip)

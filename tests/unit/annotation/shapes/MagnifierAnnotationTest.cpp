@@ -66,6 +66,33 @@ TEST(MagnifierAnnotation, withALoupeOfThreeByThreeDrawsTheSourcesOutlineOnly)
     EXPECT_EQ(finished(*annotation, screen), sourceOutline(source));
 }
 
+TEST(MagnifierAnnotation, withALoupeTooLowDrawsTheSourcesOutlineOnly)
+{
+    const Rect<Canvas> source{{10, 10}, {10, 10}};
+    for (const Size size : {Size{50, 4}, Size{4, 50}}) {
+        const auto annotation = magnifier(source, {{60, 20}, size}, MagnifierShape::Rectangle);
+        EXPECT_EQ(live(*annotation, canvas), sourceOutline(source));
+    }
+}
+
+TEST(MagnifierAnnotation, drawsSourceConnectorLoupeOutlineAndBadgeInThisOrder)
+{
+    // All of them meet: the loupe lies over the source and over the connector's way.
+    QImage screen(canvas, QImage::Format_ARGB32_Premultiplied);
+    screen.fill(Qt::white);
+    MagnifierAnnotation annotation(Qt::blue, 4, {{10, 10}, {60, 60}}, 2, MagnifierShape::Rectangle);
+    annotation.loupeOrigin = {20, 2};
+    annotation.loupeSize = {45, 50};
+
+    const QImage picture = finished(annotation, screen);
+
+    EXPECT_EQ(picture.pixel(41, 120 - 30), qRgb(255, 255, 255)) << "the loupe hides the connector";
+    EXPECT_EQ(picture.pixel(30, 120 - 11), qRgb(255, 255, 255)) << "and the source's outline";
+    EXPECT_EQ(picture.pixel(20, 120 - 30), QColor(Qt::blue).rgb()) << "its own outline is on top";
+    EXPECT_EQ(picture.pixel(40, 120 - 53), QColor(Qt::blue).rgb()) << "also of the connector's end";
+    EXPECT_LT(qBlue(picture.pixel(62, 120 - 12)), 140) << "the badge lies over the outline's edge";
+}
+
 TEST(MagnifierAnnotation, liveLoupeIsAnOutlineOnePointWiderThanItsStroke)
 {
     const QImage picture = live(

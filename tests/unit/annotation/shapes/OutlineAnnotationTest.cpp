@@ -62,6 +62,26 @@ TEST(FreehandAnnotation, withTwoPointsIsASingleSegmentWithRoundCaps)
     EXPECT_EQ(inkBounds(picture), QRect(17, 17, 46, 6));
 }
 
+TEST(FreehandAnnotation, thatDoesNotMoveIsADot)
+{
+    const QImage picture = live(FreehandAnnotation(Qt::red, 6, {{20, 20}, {20, 20}}), {40, 40});
+
+    EXPECT_EQ(inkBounds(picture), QRect(17, 17, 6, 6));
+    EXPECT_EQ(colorAt(picture, 20, 20), QColor(Qt::red));
+    EXPECT_LT(colorAt(picture, 17, 17).alpha(), 20);
+}
+
+TEST(FreehandAnnotation, ofManyPointsHasNoGapBetweenItsPieces)
+{
+    std::vector<Point<Canvas>> line;
+    for (int i = 0; i <= 150; ++i)
+        line.push_back({10 + i * 0.7, 20});
+    const QImage picture = live(FreehandAnnotation(Qt::red, 6, line), {125, 40});
+
+    for (int x = 10; x < 115; ++x)
+        ASSERT_EQ(colorAt(picture, x, 19), QColor(Qt::red)) << x;
+}
+
 TEST(FreehandAnnotation, goesStraightFromPointToPointWithRoundJoins)
 {
     const QImage picture =

@@ -45,6 +45,11 @@ TEST(NumberedPointAnnotation, isADiscOfFourteenPointsWithAWhiteRim)
     EXPECT_EQ(colorAt(picture, 80 + 24, 60), QColor(Qt::blue));
 }
 
+TEST(NumberedPointAnnotation, hasALineWidthOfTwo)
+{
+    EXPECT_EQ(NumberedPointAnnotation(Qt::blue, {40, 30}, 1).lineWidth, 2);
+}
+
 class NumberTest : public testing::TestWithParam<int> { };
 
 TEST_P(NumberTest, isCentredOnTheDisc)
