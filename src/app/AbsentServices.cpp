@@ -1,5 +1,7 @@
 #include "app/AbsentServices.h"
 
+#include <utility>
+
 using namespace Qt::StringLiterals;
 
 namespace lumacap {
@@ -15,6 +17,11 @@ QCoro::Task<Result<std::vector<DisplayInfo>>> AbsentScreenCapture::displays()
     co_return failure(reason);
 }
 
+QCoro::Task<> AbsentScreenCapture::settle()
+{
+    co_return;
+}
+
 QCoro::Task<Result<QImage>> AbsentScreenCapture::grab(DisplayId /*display*/, QSize /*pixelSize*/)
 {
     co_return failure(reason);
@@ -26,6 +33,44 @@ std::optional<Screen> AbsentScreens::mainScreen() const
 }
 
 std::vector<Screen> AbsentScreens::screens() const
+{
+    return {};
+}
+
+std::optional<Point<Global>> AbsentScreens::pointerPosition() const
+{
+    return std::nullopt;
+}
+
+void AbsentOverlaySurface::cover(QWidget &widget, const Screen & /*screen*/,
+                                 std::function<void()> onScreenChanged)
+{
+    m_widget = &widget;
+    m_onScreenChanged = std::move(onScreenChanged);
+    // On the next turn of the loop, when whoever called is done with showing the widget.
+    QMetaObject::invokeMethod(
+        &m_context,
+        [this] {
+            if (m_widget && m_onScreenChanged)
+                std::exchange(m_onScreenChanged, nullptr)();
+        },
+        Qt::QueuedConnection);
+}
+
+void AbsentOverlaySurface::uncover(QWidget &widget)
+{
+    if (m_widget == &widget)
+        m_onScreenChanged = nullptr;
+}
+
+QCoro::Task<> AbsentWindowList::prepare()
+{
+    co_return;
+}
+
+void AbsentWindowList::release() { }
+
+std::vector<WindowRecord> AbsentWindowList::windows() const
 {
     return {};
 }

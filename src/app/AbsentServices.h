@@ -1,8 +1,14 @@
 #pragma once
 
+#include "platform/OverlaySurface.h"
 #include "platform/Pasteboard.h"
 #include "platform/ScreenCapture.h"
 #include "platform/Screens.h"
+#include "platform/WindowList.h"
+
+#include <QObject>
+#include <QPointer>
+#include <QWidget>
 
 namespace lumacap {
 
@@ -10,6 +16,7 @@ namespace lumacap {
 class AbsentScreenCapture final : public ScreenCapture {
 public:
     QCoro::Task<Result<std::vector<DisplayInfo>>> displays() override;
+    QCoro::Task<> settle() override;
     QCoro::Task<Result<QImage>> grab(DisplayId display, QSize pixelSize) override;
 };
 
@@ -18,6 +25,29 @@ class AbsentScreens final : public Screens {
 public:
     std::optional<Screen> mainScreen() const override;
     std::vector<Screen> screens() const override;
+    std::optional<Point<Global>> pointerPosition() const override;
+};
+
+/// On a desktop that gives nobody a whole screen: it is over as soon as it has begun, as if the
+/// screen had gone.
+class AbsentOverlaySurface final : public OverlaySurface {
+public:
+    void cover(QWidget &widget, const Screen &screen,
+               std::function<void()> onScreenChanged) override;
+    void uncover(QWidget &widget) override;
+
+private:
+    QPointer<QWidget> m_widget;
+    std::function<void()> m_onScreenChanged;
+    QObject m_context;
+};
+
+/// On a desktop that tells nobody its windows.
+class AbsentWindowList final : public WindowList {
+public:
+    QCoro::Task<> prepare() override;
+    void release() override;
+    std::vector<WindowRecord> windows() const override;
 };
 
 /// On a desktop without a clipboard.

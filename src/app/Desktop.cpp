@@ -4,16 +4,20 @@
 #include "app/Session.h"
 #include "platform/freedesktop/AutostartLoginItem.h"
 #include "platform/freedesktop/CanberraSoundPlayer.h"
+#include "platform/freedesktop/DesktopEntryNames.h"
 #include "platform/freedesktop/IniDefaultsStore.h"
 #include "platform/freedesktop/SoftwareCentreUpdater.h"
 #include "platform/freedesktop/tray/TrayStatusItem.h"
+#include "platform/x11/X11OverlaySurface.h"
 #include "platform/x11/X11Pasteboard.h"
 #include "platform/x11/X11ScreenCapture.h"
 #include "platform/x11/X11Screens.h"
+#include "platform/x11/windows/X11WindowList.h"
 
 #include <QCoreApplication>
 #include <QDBusConnection>
 #include <QDir>
+#include <QGuiApplication>
 #include <QStandardPaths>
 
 #include <array>
@@ -25,12 +29,13 @@ namespace lumacap {
 
 namespace {
 
-/// One way to have a service: offered by this session or not, and made if so.
-template <class Service>
+/// One way to have a service: offered by this session or not, and made if so, of the session and of
+/// the services it `Needs`.
+template <class Service, class... Needs>
 struct Row {
     std::string_view name;
     bool (*isOffered)(const Session &session);
-    std::unique_ptr<Service> (*make)(const Session &session);
+    std::unique_ptr<Service> (*make)(const Session &session, const Needs &...needs);
 };
 
 bool always(const Session & /*session*/)
@@ -43,14 +48,20 @@ bool hasX11(const Session &session)
     return session.x11() != nullptr;
 }
 
-template <class Service, class Backend>
-std::unique_ptr<Service> overX11(const Session &session)
+/// Also where the toolkit shows its windows: its backend may have been chosen by hand.
+bool hasX11Windows(const Session &session)
 {
-    return std::make_unique<Backend>(*session.x11());
+    return hasX11(session) && QGuiApplication::platformName() == u"xcb"_s;
 }
 
-template <class Service, class Backend>
-std::unique_ptr<Service> plain(const Session & /*session*/)
+template <class Service, class Backend, class... Needs>
+std::unique_ptr<Service> overX11(const Session &session, const Needs &...needs)
+{
+    return std::make_unique<Backend>(*session.x11(), needs...);
+}
+
+template <class Service, class Backend, class... Needs>
+std::unique_ptr<Service> plain(const Session & /*session*/, const Needs &.../*needs*/)
 {
     return std::make_unique<Backend>();
 }
@@ -65,6 +76,17 @@ constexpr std::array screensRows{
     Row<Screens>{"none", always, plain<Screens, AbsentScreens>},
 };
 
+using WindowListRow = Row<WindowList, ApplicationNames>;
+constexpr std::array windowLists{
+    WindowListRow{"x11", hasX11, overX11<WindowList, x11::X11WindowList, ApplicationNames>},
+    WindowListRow{"none", always, plain<WindowList, AbsentWindowList, ApplicationNames>},
+};
+
+constexpr std::array overlaySurfaces{
+    Row<OverlaySurface>{"x11", hasX11Windows, overX11<OverlaySurface, x11::X11OverlaySurface>},
+    Row<OverlaySurface>{"none", always, plain<OverlaySurface, AbsentOverlaySurface>},
+};
+
 constexpr std::array pasteboards{
     Row<Pasteboard>{"x11", hasX11, overX11<Pasteboard, x11::X11Pasteboard>},
     Row<Pasteboard>{"none", always, plain<Pasteboard, AbsentPasteboard>},
@@ -72,16 +94,16 @@ constexpr std::array pasteboards{
 
 /// The first row that the session offers, or the one that the environment names if it is offered.
 /// Every table ends with a row that always is.
-template <class Rows>
-auto choose(const Rows &rows, const Session &session, const char *variable)
+template <class Rows, class... Needs>
+auto choose(const Rows &rows, const Session &session, const char *variable, const Needs &...needs)
 {
     const QByteArray forced = qgetenv(variable);
     for (const auto &row : rows) {
         const bool isAskedFor = forced.isEmpty() || row.name == std::string_view(forced);
         if (isAskedFor && row.isOffered(session))
-            return row.make(session);
+            return row.make(session, needs...);
     }
-    return rows.back().make(session);
+    return rows.back().make(session, needs...);
 }
 
 QString settingsPath()
@@ -126,6 +148,11 @@ Desktop makeDesktop(const Session &session)
         freedesktop::AutostartSurroundings::ofThisSession());
     desktop.screens = choose(screensRows, session, "LUMACAP_SCREENS");
     desktop.screenCapture = makeScreenCapture(session);
+    desktop.applicationNames = std::make_unique<freedesktop::DesktopEntryNames>(
+        freedesktop::DesktopEntrySurroundings::ofThisSession());
+    desktop.windowList =
+        choose(windowLists, session, "LUMACAP_WINDOW_LIST", *desktop.applicationNames);
+    desktop.overlaySurface = choose(overlaySurfaces, session, "LUMACAP_OVERLAY_SURFACE");
     desktop.pasteboard = choose(pasteboards, session, "LUMACAP_PASTEBOARD");
     desktop.soundPlayer = std::make_unique<freedesktop::CanberraSoundPlayer>(soundPath());
     desktop.statusItem = trayItem(session);

@@ -1,13 +1,16 @@
 #pragma once
 
+#include "platform/ApplicationNames.h"
 #include "platform/DefaultsStore.h"
 #include "platform/LoginItem.h"
+#include "platform/OverlaySurface.h"
 #include "platform/Pasteboard.h"
 #include "platform/ScreenCapture.h"
 #include "platform/Screens.h"
 #include "platform/SoundPlayer.h"
 #include "platform/StatusItem.h"
 #include "platform/Updater.h"
+#include "platform/WindowList.h"
 
 #include <memory>
 
@@ -22,6 +25,9 @@ struct Desktop {
     std::unique_ptr<LoginItem> loginItem;
     std::unique_ptr<Screens> screens;
     std::unique_ptr<ScreenCapture> screenCapture;
+    std::unique_ptr<ApplicationNames> applicationNames;
+    std::unique_ptr<WindowList> windowList; // asks applicationNames, so that it goes first
+    std::unique_ptr<OverlaySurface> overlaySurface;
     std::unique_ptr<Pasteboard> pasteboard;
     std::unique_ptr<SoundPlayer> soundPlayer;
     std::unique_ptr<StatusItem> statusItem;

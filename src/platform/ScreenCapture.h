@@ -37,6 +37,10 @@ public:
     /// attached, which is no failure.
     virtual QCoro::Task<Result<std::vector<DisplayInfo>>> displays() = 0;
 
+    /// Ends when a menu that has just been closed has left the screen: faded out, and what it
+    /// covered painted anew. After two seconds at the latest, whatever the screen does.
+    virtual QCoro::Task<> settle() = 0;
+
     /// A still of `display` with the pointer in it: native pixels whatever `pixelSize` was asked,
     /// `Format_ARGB32_Premultiplied`, opaque, first row at the top. The image owns its memory.
     virtual QCoro::Task<Result<QImage>> grab(DisplayId display, QSize pixelSize) = 0;

@@ -31,6 +31,9 @@ public:
 
     /// All screens, the main one first.
     virtual std::vector<Screen> screens() const = 0;
+
+    /// Where the pointer is; nothing where the desktop does not tell.
+    virtual std::optional<Point<Global>> pointerPosition() const = 0;
 };
 
 } // namespace lumacap

@@ -2,10 +2,10 @@
 #include "harness/ImageReading.h"
 #include "harness/PaintedScreen.h"
 #include "harness/PrivateDesktop.h"
+#include "harness/ShownPicture.h"
 #include "harness/Sound.h"
 #include "harness/TrayHost.h"
 #include "harness/WaitFor.h"
-#include "harness/XConnection.h"
 
 #include <QDir>
 #include <QFile>
@@ -13,8 +13,6 @@
 #include <gmock/gmock.h>
 
 #include <csignal>
-
-#include <xcb/xcb.h>
 
 namespace lumacap::harness {
 namespace {
@@ -24,22 +22,6 @@ using namespace Qt::StringLiterals;
 DesktopOptions screenOf(const QSize &size)
 {
     return {.server = {.size = size}};
-}
-
-/// What the server has on its screen, without the pointer.
-QImage shownBy(const QByteArray &display)
-{
-    const XConnection connection(display);
-    const QSize size = connection.size();
-    const XReply<xcb_get_image_reply_t> reply(xcb_get_image_reply(
-        connection.raw(),
-        xcb_get_image(connection.raw(), XCB_IMAGE_FORMAT_Z_PIXMAP, connection.root(), 0, 0,
-                      static_cast<std::uint16_t>(size.width()),
-                      static_cast<std::uint16_t>(size.height()), ~0U),
-        nullptr));
-    const QImage view(xcb_get_image_data(reply.get()), size.width(), size.height(),
-                      QImage::Format_RGB32);
-    return view.copy();
 }
 
 TEST(Process, tellsHowAProgramEnded)
@@ -103,7 +85,7 @@ TEST(PaintedScreen, showsExactlyItsPicture)
     PaintedScreen screen(desktop.server().display(), noisePicture({640, 480}));
     const auto painted = noisePicture({640, 480}, 2);
     screen.paint(painted);
-    EXPECT_EQ(differingPixels(painted, shownBy(desktop.server().display())), 0);
+    EXPECT_EQ(differingPixels(painted, shownOn(desktop.server().display())), 0);
 }
 
 TEST(PaintedScreen, expectsThePointerAtItsHotSpot)

@@ -237,6 +237,24 @@ TEST_F(SavedFileTest, aFullDiskIsLeftWithoutAPieceOfIt)
     }
 }
 
+TEST_F(SavedFileTest, aFileBeyondTheLimitOfFileSizesIsLeftOut)
+{
+    screen.paint(noisePicture({640, 480}));
+    // The limit, 64 blocks of 512 bytes, holds for the settings and everything else that it writes.
+    Agent agent(desktop, {}, {u"sh"_s, u"-c"_s, u"ulimit -f 64 && exec \"$@\""_s, u"sh"_s});
+    agent.requireReady();
+    ASSERT_TRUE(agent.activate(u"full-screen"_s));
+    EXPECT_EQ(differingPixels(screen.expected(), clipboardPicture(desktop)), 0);
+    QImage plain({640, 480}, QImage::Format_RGB32);
+    plain.fill(Qt::darkCyan);
+    screen.paint(
+        plain); // the next capture's file, which is small, tells that the first one is over
+    const auto files = capture(agent);
+    ASSERT_THAT(files, testing::SizeIs(1));
+    EXPECT_EQ(differingPixels(screen.expected(), pictureIn(desktop, files.first())), 0);
+    EXPECT_THAT(entriesOf(pictures), testing::SizeIs(1));
+}
+
 TEST_F(SavedFileTest, aFileReplacedOnAFullDiskStaysWhole)
 {
     screen.paint(noisePicture({640, 480}));

@@ -1,5 +1,6 @@
 #include "platform/freedesktop/DesktopEntry.h"
 
+#include <QByteArrayList>
 #include <QFile>
 #include <QFileInfo>
 #include <QStandardPaths>
@@ -14,6 +15,9 @@ namespace {
 /// Makes quotation marks necessary around a program's path.
 constexpr QStringView reserved = u" \t\n\"'\\><~|&;$*?#()`";
 constexpr QStringView escapedInQuotes = u"\"`$\\";
+
+/// Ten times the largest entry that anybody ships.
+constexpr qint64 largestFile = 1'000'000;
 
 /// Undoes the escapes that every value of type string may have.
 QString plainText(const QByteArray &value)
@@ -34,6 +38,22 @@ QString plainText(const QByteArray &value)
     return text;
 }
 
+/// The keys' suffixes that fit a locale, the best first, as the rules for localized keys order
+/// them; the last is none.
+QByteArrayList suffixes(const QByteArray &locale)
+{
+    const auto upTo = [](const QByteArray &text, char end) {
+        const auto position = text.indexOf(end);
+        return position < 0 ? text : text.first(position);
+    };
+    const QByteArray place = upTo(upTo(locale, '@'), '.'); // without encoding
+    const QByteArray language = upTo(place, '_');
+    const auto at = locale.indexOf('@');
+    const QByteArray modifier = at < 0 ? QByteArray() : locale.sliced(at);
+    return {'[' + place + modifier + ']', '[' + place + ']', '[' + language + modifier + ']',
+            '[' + language + ']', QByteArray()};
+}
+
 /// Whether `desktop` is in a list as OnlyShowIn has it.
 bool names(const QString &list, const QString &desktop)
 {
@@ -45,7 +65,7 @@ bool names(const QString &list, const QString &desktop)
 std::optional<DesktopEntry> DesktopEntry::read(const QString &path)
 {
     QFile file(path);
-    if (!QFileInfo{path}.isFile() || !file.open(QIODevice::ReadOnly))
+    if (!QFileInfo{path}.isFile() || file.size() > largestFile || !file.open(QIODevice::ReadOnly))
         return std::nullopt;
     DesktopEntry entry;
     QByteArray group;
@@ -80,6 +100,21 @@ bool DesktopEntry::isHidden() const
 {
     const QByteArray hidden = m_values.value("Hidden");
     return hidden == "true" || hidden == "1"; // the older spelling of a boolean
+}
+
+QString DesktopEntry::name(const QByteArray &locale) const
+{
+    for (const QByteArray &suffix : suffixes(locale)) {
+        const QByteArray value = m_values.value("Name" + suffix);
+        if (!value.isEmpty())
+            return plainText(value);
+    }
+    return {};
+}
+
+QString DesktopEntry::startupWindowClass() const
+{
+    return plainText(m_values.value("StartupWMClass"));
 }
 
 bool DesktopEntry::isShownOn(const QStringList &desktops) const

@@ -68,14 +68,34 @@ std::vector<Monitor> currentMonitors(xcb::Connection &connection)
     return reply ? monitorsOf(*reply) : std::vector<Monitor>();
 }
 
-double backingFactorOf(const QRect &frame)
+Screen screenOf(const Monitor &monitor, const Monitor &main)
+{
+    return {monitor.id, globalFrame(monitor.frame, main.frame, backingFactorOf(main.frame)),
+            backingFactorOf(monitor.frame)};
+}
+
+std::optional<QRect> frameOf(const Screen &screen, const std::vector<Monitor> &monitors)
+{
+    const auto monitor = std::ranges::find_if(monitors, [&](const Monitor &candidate) {
+        return screenOf(candidate, monitors.front()) == screen;
+    });
+    return monitor == monitors.end() ? std::nullopt : std::optional(monitor->frame);
+}
+
+QScreen *toolkitScreenAt(QPoint origin)
 {
     // The toolkit keeps a screen's native origin, so that the two lists are matched by it.
     const auto screens = QGuiApplication::screens();
-    const auto screen = std::ranges::find_if(screens, [&frame](const QScreen *candidate) {
-        return candidate->geometry().topLeft() == frame.topLeft();
+    const auto screen = std::ranges::find_if(screens, [origin](const QScreen *candidate) {
+        return candidate->geometry().topLeft() == origin;
     });
-    return screen == screens.end() ? 1 : backingFactor((*screen)->devicePixelRatio());
+    return screen == screens.end() ? nullptr : *screen;
+}
+
+double backingFactorOf(const QRect &frame)
+{
+    const QScreen *const screen = toolkitScreenAt(frame.topLeft());
+    return screen == nullptr ? 1 : backingFactor(screen->devicePixelRatio());
 }
 
 Rect<Global> globalFrame(const QRect &frame, const QRect &main, double factor)
@@ -84,6 +104,12 @@ Rect<Global> globalFrame(const QRect &frame, const QRect &main, double factor)
     const int mainBottom = main.y() + main.height();
     return {{(frame.x() - main.x()) / factor, (mainBottom - bottom) / factor},
             {frame.width() / factor, frame.height() / factor}};
+}
+
+Point<Global> globalPoint(QPoint pixel, const QRect &main, double factor)
+{
+    const int mainBottom = main.y() + main.height();
+    return {(pixel.x() + 0.5 - main.x()) / factor, (mainBottom - pixel.y() - 0.5) / factor};
 }
 
 } // namespace lumacap::x11

@@ -1,12 +1,16 @@
 #include "platform/x11/X11ScreenCapture.h"
 
 #include "platform/x11/PixelFormat.h"
+#include "platform/x11/ScreenChanges.h"
 #include "platform/x11/SharedImage.h"
 #include "platform/xcb/Connection.h"
 
+#include <QCoroTimer>
+#include <QDeadlineTimer>
 #include <QPainter>
 
 #include <algorithm>
+#include <chrono>
 #include <cstdlib>
 #include <tuple>
 
@@ -15,12 +19,21 @@
 #include <xcb/xfixes.h>
 
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 
 namespace lumacap::x11 {
 
 namespace {
 
 constexpr std::uint32_t allPlanes = 0xffffffff;
+
+// A panel takes its menu off the screen about when it tells what was chosen in it, the windows
+// beneath paint themselves after that, and a compositor fades the menu out for a third of a second
+// or more, in steps: nothing but the end of the drawing tells when all have done so. Where
+// something always moves, a film say, it ends never.
+constexpr auto menuIsClosed = 100ms;
+constexpr auto restLasts = 150ms;
+constexpr auto settledAnyway = 1s;
 
 /// Paints the pointer as the server shows it, its hot spot at the pointer's place.
 void paintPointer(QImage &picture, QPoint origin, xcb_xfixes_get_cursor_image_reply_t &pointer)
@@ -52,6 +65,19 @@ QCoro::Task<Result<std::vector<DisplayInfo>>> X11ScreenCapture::displays()
             {monitor.id, monitor.frame.width() / factor, monitor.frame.height() / factor});
     }
     co_return displays;
+}
+
+QCoro::Task<> X11ScreenCapture::settle()
+{
+    const QDeadlineTimer deadline(settledAnyway);
+    ScreenChanges changes(m_connection);
+    co_await QCoro::sleepFor(menuIsClosed);
+    std::ignore = co_await changes.any(); // the menu's own closing
+    bool isMoving = true;
+    while (isMoving && !deadline.hasExpired()) {
+        co_await QCoro::sleepFor(restLasts);
+        isMoving = co_await changes.any();
+    }
 }
 
 QCoro::Task<Result<QImage>> X11ScreenCapture::grab(DisplayId display, QSize /*pixelSize*/)

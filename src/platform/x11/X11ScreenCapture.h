@@ -14,6 +14,7 @@ public:
     explicit X11ScreenCapture(xcb::Connection &connection);
 
     QCoro::Task<Result<std::vector<DisplayInfo>>> displays() override;
+    QCoro::Task<> settle() override;
     QCoro::Task<Result<QImage>> grab(DisplayId display, QSize pixelSize) override;
 
 private:

@@ -1,6 +1,9 @@
 #include "platform/x11/X11Screens.h"
 
 #include "platform/x11/Monitors.h"
+#include "platform/xcb/Connection.h"
+
+#include <xcb/xcb.h>
 
 namespace lumacap::x11 {
 
@@ -19,12 +22,24 @@ std::vector<Screen> X11Screens::screens() const
 {
     const std::vector<Monitor> monitors = currentMonitors(m_connection);
     std::vector<Screen> screens;
-    for (const Monitor &monitor : monitors) {
-        const QRect &main = monitors.front().frame;
-        screens.push_back({monitor.id, globalFrame(monitor.frame, main, backingFactorOf(main)),
-                           backingFactorOf(monitor.frame)});
-    }
+    for (const Monitor &monitor : monitors)
+        screens.push_back(screenOf(monitor, monitors.front()));
     return screens;
+}
+
+std::optional<Point<Global>> X11Screens::pointerPosition() const
+{
+    // The question goes first, so that one trip brings both answers.
+    auto *const raw = m_connection.raw();
+    const auto question = xcb_query_pointer(raw, m_connection.screen().root);
+    const std::vector<Monitor> monitors = currentMonitors(m_connection);
+    const xcb::Owned<xcb_query_pointer_reply_t> pointer(
+        xcb_query_pointer_reply(raw, question, nullptr));
+    m_connection.flush();
+    if (!pointer || pointer->same_screen == 0 || monitors.empty())
+        return std::nullopt;
+    const QRect &main = monitors.front().frame;
+    return globalPoint({pointer->root_x, pointer->root_y}, main, backingFactorOf(main));
 }
 
 } // namespace lumacap::x11

@@ -16,6 +16,8 @@ public:
 
     std::optional<Screen> mainScreen() const override;
     std::vector<Screen> screens() const override;
+    /// The middle of the pixel that the pointer points at.
+    std::optional<Point<Global>> pointerPosition() const override;
 
 private:
     xcb::Connection &m_connection;

@@ -8,6 +8,7 @@
 
 #include <sys/socket.h>
 
+#include <xcb/damage.h>
 #include <xcb/randr.h>
 #include <xcb/shm.h>
 #include <xcb/xcb.h>
@@ -94,11 +95,12 @@ Connection::~Connection() = default;
 void Connection::learnExtensions()
 {
     xcb_prefetch_maximum_request_length(raw());
-    for (xcb_extension_t *extension : {&xcb_shm_id, &xcb_randr_id, &xcb_xfixes_id})
+    for (xcb_extension_t *extension : {&xcb_shm_id, &xcb_randr_id, &xcb_xfixes_id, &xcb_damage_id})
         xcb_prefetch_extension_data(raw(), extension);
     const bool hasShm = isPresent(raw(), xcb_shm_id);
     const bool hasRandr = isPresent(raw(), xcb_randr_id);
     m_hasFixes = isPresent(raw(), xcb_xfixes_id);
+    m_hasDamage = isPresent(raw(), xcb_damage_id);
 
     // The three questions travel together; the answers are then all there.
     const auto shm = hasShm ? xcb_shm_query_version(raw()) : xcb_shm_query_version_cookie_t{};

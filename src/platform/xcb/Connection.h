@@ -45,6 +45,9 @@ public:
     /// MIT-SHM 1.2, whose segments are file descriptors.
     bool sharesMemory() const { return m_sharesMemory; }
     bool hasFixes() const { return m_hasFixes; }
+    /// True when the server tells what is drawn. Who asks it to introduces itself first, with the
+    /// version it speaks.
+    bool hasDamage() const { return m_hasDamage; }
     /// True when the server knows RandR 1.5, which has monitors.
     bool hasMonitors() const { return m_hasMonitors; }
 
@@ -87,6 +90,7 @@ private:
     std::vector<PendingReply *> m_pending;
     bool m_sharesMemory = false;
     bool m_hasFixes = false;
+    bool m_hasDamage = false;
     bool m_hasMonitors = false;
     bool m_isClosed = false;
 };

@@ -20,7 +20,7 @@ public:
     void requireReady();
     /// Asks for an action ("full-screen", "quit") over the bus; whether the agent took the request.
     bool activate(const QString &action);
-    /// Sends the request without waiting for the answer.
+    /// Sends the request and wants no answer.
     void activateSoon(const QString &action);
     /// D-Bus activation without a command; whether it was answered.
     bool activatePlainly();

@@ -98,6 +98,13 @@ void PaintedScreen::paint(const QImage &picture)
     m_picture = picture;
 }
 
+void PaintedScreen::lower()
+{
+    const std::uint32_t below = XCB_STACK_MODE_BELOW;
+    xcb_configure_window(m_connection.raw(), m_window, XCB_CONFIG_WINDOW_STACK_MODE, &below);
+    m_connection.finish();
+}
+
 void PaintedScreen::placePointer(const QPoint &position)
 {
     xcb_warp_pointer(m_connection.raw(), 0, m_connection.root(), 0, 0, 0, 0,

@@ -18,6 +18,8 @@ public:
 
     /// Changes the picture, at once for every observer.
     void paint(const QImage &picture);
+    /// Puts the window beneath all others, so that panels show.
+    void lower();
     /// Moves the pointer to `position` in root pixels.
     void placePointer(const QPoint &position);
     /// The still that a capture of `area` (root pixels) has to give now.

@@ -11,9 +11,33 @@
 #include <ranges>
 #include <stdexcept>
 
+#include <xcb/xcb.h>
+
 namespace lumacap::harness {
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Shows a window and takes it away again. A window manager that has told that it is there still
+/// loses windows shown while it starts.
+bool canShowAWindow(const XConnection &connection)
+{
+    xcb_connection_t *const raw = connection.raw();
+    const std::uint32_t window = xcb_generate_id(raw);
+    xcb_create_window(raw, XCB_COPY_FROM_PARENT, window, connection.root(), 0, 0, 1, 1, 0,
+                      XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
+    xcb_map_window(raw, window);
+    const bool isShown =
+        waitFor([&] { return connection.isViewable(window); }, std::chrono::milliseconds(100));
+    xcb_destroy_window(raw, window);
+    connection.finish();
+    return isShown && waitFor([&connection] {
+               return connection.property(connection.root(), "_NET_CLIENT_LIST").isEmpty();
+           });
+}
+
+} // namespace
 
 PrivateDesktop::PrivateDesktop(const DesktopOptions &options)
     : m_root(u"/tmp/desktop-test-XXXXXX"_s)
@@ -88,12 +112,20 @@ std::uint32_t PrivateDesktop::selectionOwner(const char *name) const
 
 void PrivateDesktop::startWindowManager(WindowManager windowManager)
 {
-    if (windowManager == WindowManager::Nobody)
+    switch (windowManager) {
+    case WindowManager::Nobody:
         return;
-    start(u"openbox"_s, {u"openbox"_s, u"--sm-disable"_s});
+    case WindowManager::Openbox:
+        start(u"openbox"_s, {u"openbox"_s, u"--sm-disable"_s});
+        break;
+    case WindowManager::Xfwm4:
+        start(u"xfwm4"_s, {u"xfwm4"_s, u"--compositor=off"_s});
+        break;
+    }
     const XConnection connection(m_server->display());
     require("the window manager", [&connection] {
-        return !connection.property(connection.root(), "_NET_SUPPORTING_WM_CHECK").isEmpty();
+        return !connection.property(connection.root(), "_NET_SUPPORTING_WM_CHECK").isEmpty()
+            && canShowAWindow(connection);
     });
 }
 

@@ -12,7 +12,7 @@
 namespace lumacap::harness {
 
 /// Who manages windows.
-enum class WindowManager { Nobody, Openbox };
+enum class WindowManager { Nobody, Openbox, Xfwm4 };
 
 /// The make of a desktop.
 struct DesktopOptions {

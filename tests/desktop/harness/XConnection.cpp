@@ -62,6 +62,13 @@ QByteArray XConnection::property(std::uint32_t window, const char *name) const
             xcb_get_property_value_length(reply.get())};
 }
 
+bool XConnection::isViewable(std::uint32_t window) const
+{
+    const XReply<xcb_get_window_attributes_reply_t> attributes(
+        xcb_get_window_attributes_reply(raw(), xcb_get_window_attributes(raw(), window), nullptr));
+    return attributes && attributes->map_state == XCB_MAP_STATE_VIEWABLE;
+}
+
 void XConnection::finish() const
 {
     const XReply<xcb_get_input_focus_reply_t> reply(

@@ -31,6 +31,8 @@ public:
     std::uint32_t selectionOwner(const char *name) const;
     /// The bytes of a property of `window`, empty where there is none.
     QByteArray property(std::uint32_t window, const char *name) const;
+    /// Whether `window` is on the screen, be it beneath others.
+    bool isViewable(std::uint32_t window) const;
     /// Comes back when the server has done everything asked so far.
     void finish() const;
 

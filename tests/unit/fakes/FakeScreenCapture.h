@@ -26,6 +26,7 @@ public:
         auto answer = listed; // QCoro 0.8 moves from whatever is returned
         co_return answer;
     }
+    QCoro::Task<> settle() override { co_return; }
     QCoro::Task<Result<QImage>> grab(DisplayId display, QSize pixelSize) override
     {
         requests.push_back({display, pixelSize});

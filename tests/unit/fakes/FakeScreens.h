@@ -13,7 +13,10 @@ public:
     }
     std::vector<Screen> screens() const override { return all; }
 
+    std::optional<Point<Global>> pointerPosition() const override { return pointer; }
+
     std::vector<Screen> all;
+    std::optional<Point<Global>> pointer;
 };
 
 } // namespace lumacap

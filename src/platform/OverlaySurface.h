@@ -1,0 +1,29 @@
+#pragma once
+
+#include "platform/Screens.h"
+
+#include <functional>
+
+class QWidget;
+
+namespace lumacap {
+
+/// A widget over one whole screen.
+class OverlaySurface {
+public:
+    OverlaySurface() = default;
+    Q_DISABLE_COPY_MOVE(OverlaySurface)
+    virtual ~OverlaySurface() = default;
+
+    /// Shows `widget`, which has no parent, over all of `screen`, above panels and full-screen
+    /// windows, and gives it pointer and keyboard as soon as the desktop lets it; until then it is
+    /// shown all the same. `onScreenChanged` is called, once, when the screen goes or changes its
+    /// size or place, unless `uncover` came before.
+    virtual void cover(QWidget &widget, const Screen &screen,
+                       std::function<void()> onScreenChanged) = 0;
+    /// Takes the widget off the screen and gives the keyboard back to whoever had it. Nothing where
+    /// it covers none.
+    virtual void uncover(QWidget &widget) = 0;
+};
+
+} // namespace lumacap
