@@ -5,11 +5,12 @@
 #include "capture/CaptureEngine.h"
 #include "capture/ImageSaver.h"
 #include "graphics/Fatal.h"
+#include "overlay/OverlayWindowController.h"
+#include "platform/ScreenCapture.h"
 #include "platform/Spawn.h"
 #include "preferences/storage/PreferencesStorage.h"
 
 #include <QCoreApplication>
-#include <QCoroTimer>
 #include <QPointer>
 #include <QTimer>
 
@@ -25,10 +26,6 @@ namespace {
 /// For how long the end of the agent is put off for captures: one that a server answers is long
 /// done.
 constexpr auto captureLimit = 15s;
-
-/// A panel takes its menu off the screen after it has told what was chosen in it, some fading it
-/// out, and the windows beneath repaint after that. Nothing tells when they have.
-constexpr auto menuIsGone = 200ms;
 
 } // namespace
 
@@ -49,6 +46,11 @@ void AppDelegate::applicationDidFinishLaunching()
     m_captureEngine = std::make_unique<CaptureEngine>(*m_desktop.screenCapture, *m_desktop.screens,
                                                       *m_imageSaver);
 
+    m_overlayController = std::make_unique<OverlayWindowController>(
+        OverlayServices{*m_desktop.screens, *m_desktop.windowList, *m_desktop.overlaySurface,
+                        *m_desktop.pasteboard, *m_desktop.soundPlayer, m_preferences},
+        *m_captureEngine);
+
     const auto performing = [self = QPointer(this)](Command command) {
         return [self, command] {
             if (self)
@@ -66,7 +68,9 @@ void AppDelegate::applicationDidFinishLaunching()
 void AppDelegate::performFromMenu(Command command)
 {
     if (command == Command::FullScreen && !m_isTerminating)
-        spawn(captureFullScreen(menuIsGone));
+        spawn(captureFullScreen(ChosenIn::Menu));
+    else if (command == Command::Selection && !m_isTerminating)
+        spawn(selectFromMenu());
     else
         perform(command);
 }
@@ -77,8 +81,9 @@ void AppDelegate::perform(Command command)
         return;
     switch (command) {
     case Command::FullScreen:
-        return spawn(captureFullScreen(0ms));
+        return spawn(captureFullScreen(ChosenIn::Elsewhere));
     case Command::Selection:
+        return captureSelection();
     case Command::Preferences:
         fatal("a command that this version does not offer");
     case Command::CheckForUpdates:
@@ -90,14 +95,14 @@ void AppDelegate::perform(Command command)
     }
 }
 
-QCoro::Task<> AppDelegate::captureFullScreen(std::chrono::milliseconds delay)
+QCoro::Task<> AppDelegate::captureFullScreen(ChosenIn place)
 {
     if (!m_captureEngine)
         fatal("a capture is asked for before launch finished");
     const QPointer self{this};
     ++m_capturesUnderWay;
-    if (delay > 0ms)
-        co_await QCoro::sleepFor(delay);
+    if (place == ChosenIn::Menu)
+        co_await m_desktop.screenCapture->settle();
     if (!self)
         co_return;
     co_await m_captureEngine->captureFullScreen();
@@ -108,12 +113,29 @@ QCoro::Task<> AppDelegate::captureFullScreen(std::chrono::milliseconds delay)
         spawn(handOverAndQuit());
 }
 
+QCoro::Task<> AppDelegate::selectFromMenu()
+{
+    const QPointer self{this};
+    co_await m_desktop.screenCapture->settle();
+    if (self && !m_isTerminating)
+        captureSelection();
+}
+
+void AppDelegate::captureSelection()
+{
+    if (!m_overlayController)
+        fatal("a selection is asked for before launch finished");
+    m_overlayController->showOverlay();
+}
+
 void AppDelegate::terminate()
 {
     if (m_isTerminating)
         return QCoreApplication::quit();
     m_isTerminating = true;
     Q_EMIT terminating();
+    if (m_overlayController)
+        m_overlayController->dismissAll();
     // The menu whose entry may have asked for this goes on the next turn, and not under its feet.
     QTimer::singleShot(0ms, this, [this] {
         m_statusBarController.reset();

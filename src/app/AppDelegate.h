@@ -5,13 +5,13 @@
 #include <QCoroTask>
 #include <QObject>
 
-#include <chrono>
 #include <memory>
 
 namespace lumacap {
 
 class CaptureEngine;
 class ImageSaver;
+class OverlayWindowController;
 class PreferencesStorage;
 class StatusBarController;
 class Updater;
@@ -44,8 +44,12 @@ Q_SIGNALS:
     void terminating();
 
 private:
+    enum class ChosenIn { Menu, Elsewhere };
+
     void performFromMenu(Command command);
-    QCoro::Task<> captureFullScreen(std::chrono::milliseconds delay);
+    QCoro::Task<> captureFullScreen(ChosenIn place);
+    QCoro::Task<> selectFromMenu();
+    void captureSelection();
     QCoro::Task<> handOverAndQuit();
 
     Desktop &m_desktop;
@@ -53,6 +57,7 @@ private:
     Updater *m_updaterController = nullptr;
     std::unique_ptr<ImageSaver> m_imageSaver;
     std::unique_ptr<CaptureEngine> m_captureEngine;
+    std::unique_ptr<OverlayWindowController> m_overlayController;
     std::unique_ptr<StatusBarController> m_statusBarController;
     int m_capturesUnderWay = 0;
     bool m_isTerminating = false;

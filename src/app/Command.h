@@ -25,7 +25,7 @@ struct CommandRow {
 
 inline constexpr std::array commands{
     CommandRow{Command::FullScreen, QLatin1StringView("full-screen"), Availability::Available},
-    CommandRow{Command::Selection, QLatin1StringView("selection"), Availability::NotYet},
+    CommandRow{Command::Selection, QLatin1StringView("selection"), Availability::Available},
     CommandRow{Command::Preferences, QLatin1StringView("preferences"), Availability::NotYet},
     CommandRow{Command::CheckForUpdates, QLatin1StringView("check-for-updates"),
                Availability::Available},

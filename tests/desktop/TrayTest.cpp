@@ -43,7 +43,7 @@ TEST_F(TrayTest, theMenuHasTheEntriesInOrder)
     const Agent agent(desktop);
     tray.requireItem();
     EXPECT_THAT(lines(tray),
-                testing::ElementsAre("Capture plein ecran  (⌃⇧1)", "Capture selection  (⌃⇧2) (off)",
+                testing::ElementsAre("Capture plein ecran  (⌃⇧1)", "Capture selection  (⌃⇧2)",
                                      "---", "Preferences... [Super+comma] (off)",
                                      "Rechercher les mises a jour...", "---",
                                      "Quitter Lumacap [Super+Q]"));
@@ -61,7 +61,7 @@ TEST_F(TrayTest, theTitlesShowTheStoredShortcuts)
     const auto seen = lines(tray);
     ASSERT_GE(seen.size(), 2U);
     EXPECT_EQ(seen[0], "Capture plein ecran  (⌥⌘Space)");
-    EXPECT_EQ(seen[1], "Capture selection  (⌃⌥⇧⌘A) (off)");
+    EXPECT_EQ(seen[1], "Capture selection  (⌃⌥⇧⌘A)");
 }
 
 TEST_F(TrayTest, theItemHasANameAndPicturesForSmallAndLargePanels)

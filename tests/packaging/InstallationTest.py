@@ -74,7 +74,7 @@ def commands(root, prefix):
 
 
 def expectedCommands(program):
-    return [[program], [program, "full-screen"], [program]]
+    return [[program], [program, "full-screen"], [program, "selection"], [program]]
 
 
 def processesOf(program):

@@ -66,12 +66,11 @@ TEST_F(StatusBarControllerTest, callsItsCallbackForEachCommandThatThisVersionHas
     for (QAction *entry : statusItem.menu)
         entry->trigger();
 
-    EXPECT_THAT(called, ElementsAre(u"full screen"_s, u"updates"_s, u"quit"_s));
+    EXPECT_THAT(called, ElementsAre(u"full screen"_s, u"selection"_s, u"updates"_s, u"quit"_s));
 }
 
 TEST_F(StatusBarControllerTest, showsTheCommandsOfLaterVersionsDisabled)
 {
-    EXPECT_FALSE(statusItem.menu.at(1)->isEnabled());
     EXPECT_FALSE(statusItem.menu.at(3)->isEnabled());
 }
 

@@ -1,0 +1,20 @@
+#pragma once
+
+#include "graphics/Geometry.h"
+
+#include <vector>
+
+namespace lumacap {
+
+/// The dashes of one pass of the line that crawls around `rect`, as the areas they cover: dashes of
+/// 6 points and gaps of 4 around the four sides, counterclockwise from the lower left, begun
+/// `phase` points into the pattern.
+std::vector<Rect<Canvas>> antDashes(const Rect<Canvas> &rect, double phase);
+
+/// The phase after `phase`: one point on, from 16 back to 0.
+double nextAntsPhase(double phase);
+
+/// How far the line reaches to each side of the rectangle's edges, in points.
+double antsReach();
+
+} // namespace lumacap

@@ -1,0 +1,121 @@
+#include "overlay/OverlayScene.h"
+
+#include "overlay/MarchingAnts.h"
+
+#include <QRect>
+
+#include <algorithm>
+#include <cmath>
+
+namespace lumacap {
+namespace {
+
+constexpr double farOutside = 1 << 24; // beyond every screen, and still exact
+
+int toPixel(double value)
+{
+    return static_cast<int>(std::clamp(value, -farOutside, farOutside));
+}
+
+/// Every pixel that `area` touches.
+QRect touchedPixels(const Rect<Canvas> &area, const CanvasMeasure &canvas)
+{
+    const int left = toPixel(std::floor(area.minX() * canvas.scale));
+    const int right = toPixel(std::ceil(area.maxX() * canvas.scale));
+    const int top = toPixel(std::floor((canvas.size.height - area.maxY()) * canvas.scale));
+    const int bottom = toPixel(std::ceil((canvas.size.height - area.minY()) * canvas.scale));
+    return {left, top, right - left, bottom - top};
+}
+
+/// The pixels of the line around `outline`.
+QRegion antsPixels(const Rect<Canvas> &outline, const CanvasMeasure &canvas)
+{
+    const double reach = antsReach();
+    const auto side = [&](double x1, double y1, double x2, double y2) {
+        return touchedPixels({{x1 - reach, y1 - reach}, {x2 - x1 + 2 * reach, y2 - y1 + 2 * reach}},
+                             canvas);
+    };
+    QRegion pixels;
+    pixels += side(outline.minX(), outline.minY(), outline.maxX(), outline.minY());
+    pixels += side(outline.minX(), outline.maxY(), outline.maxX(), outline.maxY());
+    pixels += side(outline.minX(), outline.minY(), outline.minX(), outline.maxY());
+    pixels += side(outline.maxX(), outline.minY(), outline.maxX(), outline.maxY());
+    return pixels;
+}
+
+QRegion outlineChange(const OverlayScene &before, const OverlayScene &after,
+                      const CanvasMeasure &canvas)
+{
+    if (before.outline == after.outline && before.antsPhase == after.antsPhase)
+        return {};
+    QRegion pixels;
+    QRegion clearBefore;
+    QRegion clearAfter;
+    if (before.outline) {
+        pixels += antsPixels(*before.outline, canvas);
+        clearBefore = clearPixels(*before.outline, canvas);
+    }
+    if (after.outline) {
+        pixels += antsPixels(*after.outline, canvas);
+        clearAfter = clearPixels(*after.outline, canvas);
+    }
+    return pixels + clearBefore.xored(clearAfter);
+}
+
+QRegion labelPixels(const OverlayScene &scene, const CanvasMeasure &canvas)
+{
+    const auto background = scene.label ? labelBackground(*scene.label) : std::nullopt;
+    return background ? QRegion(touchedPixels(*background, canvas)) : QRegion();
+}
+
+QRegion pointerPixels(const OverlayScene &scene, const CanvasMeasure &canvas)
+{
+    if (!scene.pointer)
+        return {};
+    const Point<Canvas> at = *scene.pointer;
+    const auto around = [&](double x, double y) {
+        return touchedPixels({{at.x - x, at.y - y}, {2 * x, 2 * y}}, canvas);
+    };
+    // Two bars, not the square around them, for the cross and for the lines alike.
+    QRegion pixels = around(pointerlook::armEnd, pointerlook::outerWidth / 2);
+    pixels += around(pointerlook::outerWidth / 2, pointerlook::armEnd);
+    if (scene.guideLines == GuideLines::Shown) {
+        const double half = pointerlook::guideWidth / 2;
+        pixels += touchedPixels({{0, at.y - half}, {canvas.size.width, 2 * half}}, canvas);
+        pixels += touchedPixels({{at.x - half, 0}, {2 * half, canvas.size.height}}, canvas);
+    }
+    return pixels;
+}
+
+QRect allPixels(const CanvasMeasure &canvas)
+{
+    return {0, 0, static_cast<int>(std::lround(canvas.size.width * canvas.scale)),
+            static_cast<int>(std::lround(canvas.size.height * canvas.scale))};
+}
+
+} // namespace
+
+QRect clearPixels(const Rect<Canvas> &outline, const CanvasMeasure &canvas)
+{
+    const auto nearest = [](double value) { return toPixel(std::round(value)); };
+    const int left = nearest(outline.minX() * canvas.scale);
+    const int right = nearest(outline.maxX() * canvas.scale);
+    const int top = nearest((canvas.size.height - outline.maxY()) * canvas.scale);
+    const int bottom = nearest((canvas.size.height - outline.minY()) * canvas.scale);
+    return {left, top, right - left, bottom - top};
+}
+
+QRegion changedPixels(const OverlayScene &before, const OverlayScene &after,
+                      const CanvasMeasure &canvas)
+{
+    if (before.annotationsRevision != after.annotationsRevision)
+        return allPixels(canvas);
+    QRegion pixels = outlineChange(before, after, canvas);
+    if (before.label != after.label)
+        pixels += labelPixels(before, canvas) + labelPixels(after, canvas);
+    if (before.pointer != after.pointer || before.guideLines != after.guideLines)
+        pixels += pointerPixels(before, canvas) + pointerPixels(after, canvas);
+    return pixels & allPixels(canvas);
+}
+
+} // namespace lumacap

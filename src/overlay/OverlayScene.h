@@ -1,0 +1,56 @@
+#pragma once
+
+#include "annotation/shapes/Annotation.h"
+#include "graphics/Geometry.h"
+#include "overlay/OverlayLabel.h"
+
+#include <QRegion>
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <span>
+
+namespace lumacap {
+
+enum class GuideLines { Hidden, Shown };
+
+/// All that the overlay shows at one moment, over the frozen screen.
+struct OverlayScene {
+    /// What is left clear of the veil, with the crawling line around it.
+    std::optional<Rect<Canvas>> outline = std::nullopt;
+    double antsPhase = 0;
+    std::optional<OverlayLabel> label = std::nullopt;
+    std::optional<Point<Canvas>> pointer = std::nullopt;
+    GuideLines guideLines = GuideLines::Hidden;
+    /// Another number with every change of what follows, which two scenes are not compared by.
+    std::uint64_t annotationsRevision = 0;
+    std::span<const std::unique_ptr<Annotation>> annotations = {};
+    const Annotation *inProgress = nullptr;
+};
+
+/// The canvas in points, and the device pixels a point.
+struct CanvasMeasure {
+    Size size;
+    int scale = 1;
+};
+
+/// The device pixels that may look different in `after` than in `before`. What is drawn of `after`
+/// there, and only there, over a picture of `before` makes a picture of `after`.
+QRegion changedPixels(const OverlayScene &before, const OverlayScene &after,
+                      const CanvasMeasure &canvas);
+
+/// The device pixels that `outline` leaves clear: whole ones, nearest to its edges.
+QRect clearPixels(const Rect<Canvas> &outline, const CanvasMeasure &canvas);
+
+/// The lengths of the pointer's cross and of the lines through it, in points.
+namespace pointerlook {
+inline constexpr double armStart = 4;
+inline constexpr double armEnd = 12;
+inline constexpr double outerWidth = 2.5;
+inline constexpr double innerWidth = 1;
+inline constexpr double guideWidth = 0.5;
+inline constexpr double guideGap = 20;
+} // namespace pointerlook
+
+} // namespace lumacap

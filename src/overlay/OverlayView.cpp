@@ -1,0 +1,179 @@
+#include "overlay/OverlayView.h"
+
+#include "annotation/shapes/MagnifierAnnotation.h"
+#include "overlay/MarchingAnts.h"
+#include "overlay/OverlayPainting.h"
+
+#include <QCoreApplication>
+#include <QKeyEvent>
+#include <QPaintEvent>
+#include <QPainter>
+#include <QPixmap>
+#include <QPointer>
+
+#include <chrono>
+#include <cmath>
+#include <utility>
+
+using namespace std::chrono_literals;
+
+namespace lumacap {
+namespace {
+
+constexpr auto antsInterval = 1000ms / 30;
+
+/// Hides the pointer, whose place the drawn cross takes.
+const QCursor &invisibleCursor()
+{
+    static const QCursor cursor = [] {
+        QPixmap empty(16, 16);
+        empty.fill(Qt::transparent);
+        return QCursor(empty, 8, 8);
+    }();
+    return cursor;
+}
+
+} // namespace
+
+OverlayView::OverlayView(const WindowList &windows, const PreferencesStorage &preferences,
+                         const CapturedScreen &screen, const QImage &frozenImage,
+                         AnnotationStore &store)
+    : m_windowDetector(windows)
+    , m_myPID(static_cast<std::int32_t>(QCoreApplication::applicationPid()))
+    , m_preferences(preferences)
+    , m_screen(screen)
+    , m_canvas{screen.bounds().size, screen.scale}
+    , m_frozenImage(frozenImage)
+    , m_dimmedImage(dimmed(frozenImage))
+    , m_store(store)
+    , m_picture(m_dimmedImage.copy())
+{
+    setAttribute(Qt::WA_OpaquePaintEvent);
+    setFocusPolicy(Qt::StrongFocus);
+    setMouseTracking(true);
+    setCursor(invisibleCursor());
+    m_store.needsRedraw = [self = QPointer(this)] {
+        if (self)
+            self->redisplayAnnotations();
+    };
+    connect(&m_store, &AnnotationStore::currentToolWillChange, this, &OverlayView::useTool,
+            Qt::QueuedConnection);
+    connect(&m_animationTimer, &QTimer::timeout, this, &OverlayView::advanceAnts);
+}
+
+OverlayView::~OverlayView() = default;
+
+void OverlayView::useTool(AnnotationTool tool)
+{
+    const auto *const loupe =
+        dynamic_cast<const MagnifierAnnotation *>(m_inProgressAnnotation.get());
+    if (tool != AnnotationTool::Magnifier && m_magnifierPhase == MagnifierPhase::PositioningLoupe
+        && loupe != nullptr) {
+        m_store.add(std::move(m_inProgressAnnotation));
+        m_magnifierPhase = MagnifierPhase::Idle;
+        m_magnifierDragOffset.reset();
+    }
+    if (tool != AnnotationTool::Selection)
+        m_highlightedWindow.reset();
+    redisplay();
+}
+
+void OverlayView::invalidateAnimationTimer()
+{
+    m_isAnimationOver = true;
+    m_animationTimer.stop();
+}
+
+/// The timer runs only while there is something to outline: at rest nothing wakes the program.
+void OverlayView::runAnimation()
+{
+    const bool hasOutline = m_shown.outline.has_value() && !m_isAnimationOver;
+    if (hasOutline && !m_animationTimer.isActive())
+        m_animationTimer.start(antsInterval);
+    else if (!hasOutline)
+        m_animationTimer.stop();
+}
+
+void OverlayView::advanceAnts()
+{
+    if (!selectionRectForDisplay())
+        return;
+    m_marchingAntsPhase = nextAntsPhase(m_marchingAntsPhase);
+    redisplay();
+}
+
+std::optional<OverlayLabel> OverlayView::label() const
+{
+    if (!isSelecting() || m_store.selectedViewRect)
+        return std::nullopt;
+    if (const auto dragged = draggedRect())
+        return OverlayLabel{dimensionText(dragged->size), *dragged};
+    if (m_highlightedWindow)
+        return OverlayLabel{m_highlightedWindow->ownerName, viewRect(*m_highlightedWindow)};
+    return std::nullopt;
+}
+
+OverlayScene OverlayView::scene() const
+{
+    const bool hasGuideLines = m_showGuideLines && !m_isDragging;
+    return {.outline = selectionRectForDisplay(),
+            .antsPhase = m_marchingAntsPhase,
+            .label = label(),
+            .pointer = m_cursorPosition,
+            .guideLines = hasGuideLines ? GuideLines::Shown : GuideLines::Hidden,
+            .annotationsRevision = m_annotationsRevision,
+            .annotations = m_store.annotations(),
+            .inProgress = m_inProgressAnnotation.get()};
+}
+
+void OverlayView::redisplayAnnotations()
+{
+    ++m_annotationsRevision;
+    redisplay();
+}
+
+void OverlayView::redisplay()
+{
+    const OverlayScene next = scene();
+    const QRegion pixels = changedPixels(m_shown, next, m_canvas);
+    paintOverlay(m_picture, m_frozenImage, m_dimmedImage, next, m_canvas, pixels);
+    m_shown = next;
+    runAnimation();
+    for (const QRect &rect : pixels) {
+        const QRectF shown(QPointF(rect.topLeft()) / devicePixelRatio(),
+                           QSizeF(rect.size()) / devicePixelRatio());
+        update(shown.toAlignedRect());
+    }
+}
+
+void OverlayView::paintEvent(QPaintEvent *event)
+{
+    const double ratio = devicePixelRatio();
+    QPainter painter(this);
+    painter.setCompositionMode(QPainter::CompositionMode_Source);
+    painter.scale(1 / ratio, 1 / ratio); // pixel for pixel
+    for (const QRect &rect : event->region()) {
+        const QRect pixels =
+            QRectF(QPointF(rect.topLeft()) * ratio, QSizeF(rect.size()) * ratio).toAlignedRect()
+            & m_picture.rect();
+        painter.drawImage(pixels.topLeft(), m_picture, pixels);
+    }
+}
+
+Point<Canvas> OverlayView::viewLocation(QPointF widgetPoint) const
+{
+    const QPointF pixels = widgetPoint * devicePixelRatio();
+    return {pixels.x() / m_canvas.scale, m_canvas.size.height - pixels.y() / m_canvas.scale};
+}
+
+void OverlayView::keyPressEvent(QKeyEvent *event)
+{
+    if (event->key() == Qt::Key_Escape && m_store.cancelCallback) {
+        const auto cancel = m_store.cancelCallback; // which may end this view
+        cancel();
+        return;
+    }
+    QWidget::keyPressEvent(event);
+}
+
+} // namespace lumacap

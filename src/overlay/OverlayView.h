@@ -1,0 +1,107 @@
+#pragma once
+
+#include "annotation/AnnotationStore.h"
+#include "capture/WindowDetector.h"
+#include "overlay/CapturedScreen.h"
+#include "overlay/OverlayScene.h"
+
+#include <QImage>
+#include <QTimer>
+#include <QWidget>
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+
+namespace lumacap {
+
+class PreferencesStorage;
+
+/// How far the placing of a loupe has come.
+enum class MagnifierPhase { Idle, DraggingSource, PositioningLoupe };
+
+/// The frozen screen, on which a window is picked or an area dragged out. What is chosen is kept in
+/// the store. Everything is drawn in device pixels into a picture of its own, of which the widget
+/// shows what changed.
+class OverlayView final : public QWidget {
+    Q_OBJECT
+
+public:
+    /// Borrows the windows, the settings and the store, which outlive the view. `frozenImage` is
+    /// opaque and of the screen's pixel size.
+    OverlayView(const WindowList &windows, const PreferencesStorage &preferences,
+                const CapturedScreen &screen, const QImage &frozenImage, AnnotationStore &store);
+    Q_DISABLE_COPY_MOVE(OverlayView)
+    ~OverlayView() override;
+
+    /// The rectangle to outline now: what is being dragged, what was chosen, or the window under
+    /// the pointer while nothing was.
+    std::optional<Rect<Canvas>> selectionRectForDisplay() const;
+
+    /// Ends the crawling of the line, for good.
+    void invalidateAnimationTimer();
+
+    /// What the view shows now, in device pixels.
+    const QImage &picture() const { return m_picture; }
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+    void enterEvent(QEnterEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseMoveEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+
+private:
+    // The pointer, at a place of the view.
+    void mouseDown(Point<Canvas> location);
+    void mouseDragged(Point<Canvas> location);
+    void mouseUp(Point<Canvas> location);
+    void mouseMoved(Point<Canvas> location);
+
+    // The selection tool.
+    bool selectDraggedArea();
+    bool selectWindowAt(Point<Canvas> location);
+    void endSelectionGesture();
+    bool isSelecting() const { return m_store.currentTool() == AnnotationTool::Selection; }
+    std::optional<Rect<Canvas>> draggedRect() const;
+    std::optional<DetectedWindow> windowAt(Point<Global> point) const;
+    Rect<Global> fromQuartzRect(const Rect<TopLeftGlobal> &rect) const;
+    Rect<Canvas> viewRect(const DetectedWindow &window) const;
+
+    void useTool(AnnotationTool tool);
+    OverlayScene scene() const;
+    std::optional<OverlayLabel> label() const;
+    void redisplay();
+    void redisplayAnnotations();
+    void runAnimation();
+    void advanceAnts();
+
+    Point<Canvas> viewLocation(QPointF widgetPoint) const;
+
+    WindowDetector m_windowDetector;
+    std::int32_t m_myPID;
+    const PreferencesStorage &m_preferences;
+    CapturedScreen m_screen;
+    CanvasMeasure m_canvas;
+    QImage m_frozenImage;
+    QImage m_dimmedImage;
+    AnnotationStore &m_store;
+    std::optional<Point<Global>> m_dragOrigin;
+    std::optional<Point<Global>> m_currentDragPoint;
+    bool m_isDragging = false;
+    std::optional<DetectedWindow> m_highlightedWindow;
+    std::unique_ptr<Annotation> m_inProgressAnnotation;
+    MagnifierPhase m_magnifierPhase = MagnifierPhase::Idle;
+    std::optional<Size> m_magnifierDragOffset;
+    std::optional<Point<Canvas>> m_cursorPosition;
+    bool m_showGuideLines = false;
+    double m_marchingAntsPhase = 0;
+    std::uint64_t m_annotationsRevision = 0;
+    QTimer m_animationTimer;
+    bool m_isAnimationOver = false;
+    OverlayScene m_shown;
+    QImage m_picture;
+};
+
+} // namespace lumacap

@@ -1,0 +1,79 @@
+#include "overlay/MarchingAnts.h"
+
+#include <gtest/gtest.h>
+
+namespace lumacap::tests {
+namespace {
+
+using Dashes = std::vector<Rect<Canvas>>;
+
+bool covers(const Dashes &dashes, Point<Canvas> point)
+{
+    return std::ranges::any_of(dashes, [&](const auto &dash) { return dash.contains(point); });
+}
+
+TEST(MarchingAnts, areSixPointsLongWithGapsOfFourAndOneAndAHalfWide)
+{
+    const Dashes dashes = antDashes({{100, 50}, {40, 30}}, 0);
+
+    for (int at = 0; at < 39; ++at)
+        EXPECT_EQ(covers(dashes, {100.5 + at, 50}), at % 10 < 6) << at;
+    EXPECT_EQ(dashes.front(), (Rect<Canvas>{{100, 49.25}, {6, 1.5}}));
+}
+
+TEST(MarchingAnts, goOnAroundTheCorners)
+{
+    // 35 points along the lower side end 5 points into a dash, whose last point is on the right.
+    const Dashes dashes = antDashes({{0, 0}, {35, 50}}, 0);
+
+    EXPECT_TRUE(covers(dashes, {34.5, 0}));
+    EXPECT_TRUE(covers(dashes, {35.5, -0.5})) << "the corner itself";
+    EXPECT_TRUE(covers(dashes, {35, 0.9}));
+    EXPECT_FALSE(covers(dashes, {35, 1.5}));
+    EXPECT_TRUE(covers(dashes, {35, 5.5}));
+    EXPECT_FALSE(covers(dashes, {35, 11.5}));
+}
+
+TEST(MarchingAnts, gapAtACornerLeavesItOpen)
+{
+    const Dashes dashes = antDashes({{0, 0}, {38, 50}}, 0);
+
+    EXPECT_FALSE(covers(dashes, {38, 0}));
+    EXPECT_FALSE(covers(dashes, {38, 1.5}));
+    EXPECT_TRUE(covers(dashes, {38, 2.5}));
+}
+
+TEST(MarchingAnts, crawlByTheirPhase)
+{
+    const Dashes dashes = antDashes({{0, 0}, {40, 40}}, 3);
+
+    for (int at = 0; at < 39; ++at)
+        EXPECT_EQ(covers(dashes, {0.5 + at, 0}), (at + 3) % 10 < 6) << at;
+}
+
+TEST(MarchingAnts, blackOnesFillTheGapsOfTheWhiteOnes)
+{
+    const Dashes white = antDashes({{0, 0}, {40, 40}}, 0);
+    const Dashes black = antDashes({{0, 0}, {40, 40}}, 6);
+
+    for (int at = 0; at < 39; ++at)
+        EXPECT_TRUE(covers(white, {0.5 + at, 0}) || covers(black, {0.5 + at, 0})) << at;
+}
+
+TEST(MarchingAnts, aroundNothingAreNone)
+{
+    EXPECT_TRUE(antDashes({{10, 10}, {0, 0}}, 0).empty());
+}
+
+TEST(MarchingAnts, phaseGoesToSixteenAndBackToZero)
+{
+    double phase = 0;
+    for (int tick = 1; tick <= 16; ++tick) {
+        phase = nextAntsPhase(phase);
+        EXPECT_EQ(phase, tick);
+    }
+    EXPECT_EQ(nextAntsPhase(phase), 0);
+}
+
+} // namespace
+} // namespace lumacap::tests
