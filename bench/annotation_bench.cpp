@@ -102,6 +102,7 @@ std::unique_ptr<Annotation> freehand(Places &places)
 {
     const Point<Canvas> start = places.point();
     std::vector<Point<Canvas>> way;
+    way.reserve(60);
     for (int i = 0; i < 60; ++i)
         way.push_back({start.x + 4 * i, start.y + 40 * std::sin(i * 0.2)});
     return std::make_unique<FreehandAnnotation>(Qt::red, 4, std::move(way));

@@ -85,13 +85,16 @@ protected:
     }
     void mousePressEvent(QMouseEvent *event) override
     {
-        say(u"press "_s + text(event->position()));
+        say(u"press "_s + text(event->scenePosition()));
     }
     void mouseReleaseEvent(QMouseEvent *event) override
     {
-        say(u"release "_s + text(event->position()));
+        say(u"release "_s + text(event->scenePosition()));
     }
-    void mouseMoveEvent(QMouseEvent *event) override { say(u"moved "_s + text(event->position())); }
+    void mouseMoveEvent(QMouseEvent *event) override
+    {
+        say(u"moved "_s + text(event->scenePosition()));
+    }
     void changeEvent(QEvent *event) override
     {
         if (event->type() == QEvent::ActivationChange)
@@ -109,7 +112,7 @@ public:
     Probe(Desktop &desktop, int screen)
         : m_surface(*desktop.overlaySurface)
         , m_screen(desktop.screens->screens().at(static_cast<std::size_t>(screen)))
-        , m_unit(desktop.screens->mainScreen()->backingScaleFactor)
+        , m_unit(desktop.screens->screens().front().backingScaleFactor)
     {
     }
 

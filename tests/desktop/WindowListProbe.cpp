@@ -89,6 +89,7 @@ QCoro::Task<> release(WindowList &list, xcb::Connection &connection)
 
 QCoro::Task<> prepareAfter(WindowList &list, QString path)
 {
+    co_await QCoro::sleepFor(1ms); // the toolkit asks the server for more as its loop begins
     say(u"open"_s);
     while (!QFile::exists(path))
         co_await QCoro::sleepFor(2ms);

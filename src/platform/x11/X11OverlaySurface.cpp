@@ -79,7 +79,7 @@ void X11OverlaySurface::cover(QWidget &widget, const Screen &screen,
     m_watch = std::make_unique<MonitorWatch>(m_connection, screen, [this] { tellScreenChanged(); });
     const auto frame = frameOf(screen, currentMonitors(m_connection));
     QScreen *const toolkitScreen = frame ? toolkitScreenAt(frame->topLeft()) : nullptr;
-    if (toolkitScreen == nullptr) {
+    if (!frame || toolkitScreen == nullptr) {
         tellScreenChanged();
         return;
     }

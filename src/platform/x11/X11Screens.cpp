@@ -22,6 +22,7 @@ std::vector<Screen> X11Screens::screens() const
 {
     const std::vector<Monitor> monitors = currentMonitors(m_connection);
     std::vector<Screen> screens;
+    screens.reserve(monitors.size());
     for (const Monitor &monitor : monitors)
         screens.push_back(screenOf(monitor, monitors.front()));
     return screens;

@@ -82,11 +82,12 @@ Annotations numbers()
     Annotations annotations;
     int number = 0;
     for (const auto &row : annotationColors) {
-        const double x = 30 + 40 * (number % 5);
-        const double y = 100 - 50 * (number / 5);
+        const int column = number % 5;
+        const int line = number / 5;
         ++number;
         annotations.push_back(std::make_unique<NumberedPointAnnotation>(
-            nsColor(row.value), Point<Canvas>{x, y}, number < 6 ? number : 10 * number));
+            nsColor(row.value), Point<Canvas>{30.0 + 40 * column, 100.0 - 50 * line},
+            number < 6 ? number : 10 * number));
     }
     return annotations;
 }

@@ -49,7 +49,7 @@ protected:
         m_view =
             std::make_unique<OverlayView>(m_windows, m_preferences, captured, m_frozen, m_store);
         m_view->resize(captured.pixelSize);
-        m_pointer.emplace(*m_view);
+        m_pointer = std::make_unique<Pointer>(*m_view);
     }
 
     /// What the view shows is what it would show if all were drawn anew.
@@ -70,7 +70,7 @@ protected:
     AnnotationStore m_store{m_preferences};
     QImage m_frozen;
     std::unique_ptr<OverlayView> m_view;
-    std::optional<Pointer> m_pointer;
+    std::unique_ptr<Pointer> m_pointer;
 };
 
 TEST_F(OverlayViewTest, beforeAnythingIsPointedAtTheWholeScreenIsDimmed)

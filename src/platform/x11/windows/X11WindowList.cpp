@@ -76,6 +76,12 @@ bool mayChangeTheList(const xcb_generic_event_t &event, const WindowAtoms &atoms
 
 /// What there is only while the windows are followed.
 struct X11WindowList::Following {
+    Following(const WindowAtoms &known, xcb::Connection &connection)
+        : atoms(known)
+        , watch(connection)
+    {
+    }
+
     WindowAtoms atoms;
     WindowWatch watch;
 };
@@ -99,15 +105,14 @@ QCoro::Task<> X11WindowList::prepare()
     const unsigned int round = ++m_round;
     const xcb_window_t root = m_connection.screen().root;
     const auto asked = xcb_get_window_attributes(m_connection.raw(), root);
-    const auto atoms = co_await queryWindowAtoms(m_connection);
-    if (!self)
-        co_return;
     const auto attributes = co_await m_connection.reply<xcb_get_window_attributes_reply_t>(asked);
-    const bool isOver = !self || m_round != round;
-    if (isOver || !atoms || !attributes)
+    if (!self || m_round != round || !attributes)
+        co_return;
+    const auto atoms = co_await queryWindowAtoms(m_connection);
+    if (!self || m_round != round || !atoms)
         co_return;
     if (!m_following)
-        m_following.reset(new Following{*atoms, WindowWatch(m_connection)});
+        m_following = std::make_unique<Following>(*atoms, m_connection);
     m_following->watch.add(root, (*attributes)->your_event_mask, rootEvents);
     co_await read();
 }

@@ -114,6 +114,7 @@ INSTANTIATE_TEST_SUITE_P(Rects, NotANumberTest,
 TEST(DegenerateAnnotation, aStrokeThatCrossesItselfEverywhereIsDrawnInFairTime)
 {
     std::vector<Point<Canvas>> scribble;
+    scribble.reserve(500);
     std::mt19937 random(5);
     std::uniform_real_distribution<double> x(0, 3840);
     std::uniform_real_distribution<double> y(0, 2160);
@@ -130,6 +131,7 @@ TEST(DegenerateAnnotation, aStrokeThatCrossesItselfEverywhereIsDrawnInFairTime)
 TEST(DegenerateAnnotation, freehandOfTwentyThousandPointsIsDrawn)
 {
     std::vector<Point<Canvas>> spiral;
+    spiral.reserve(20'000);
     for (int i = 0; i < 20'000; ++i) {
         const double angle = i * 0.01;
         spiral.push_back({60 + i * 0.002 * std::cos(angle), 45 + i * 0.002 * std::sin(angle)});

@@ -1,0 +1,208 @@
+#include "CoveredScreen.h"
+#include "harness/ClientWindow.h"
+#include "harness/OpenMenu.h"
+#include "harness/Rest.h"
+#include "harness/WaitFor.h"
+#include "harness/XConnection.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <string>
+
+#include <xcb/xcb.h>
+
+namespace lumacap::harness {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+struct OverlayInputTest : CoveredScreenTest { };
+
+TEST_F(OverlayInputTest, hasTheKeyboardAtOnce)
+{
+    start(sideBySide());
+    const ClientWindow other(display, {100, 100, 100, 100});
+    other.takeFocus();
+    const Process &process = coverRight();
+    press(u"Return"_s);
+    EXPECT_TRUE(says(process, "key Return"));
+    EXPECT_TRUE(says(process, "active"));
+    press(u"KP_Enter"_s);
+    EXPECT_TRUE(says(process, "key Enter"));
+    press(u"Escape"_s);
+    EXPECT_TRUE(says(process, "uncovered"));
+}
+
+TEST_F(OverlayInputTest, keepsTheKeyboardWhenAnotherWindowTakesTheFocus)
+{
+    start(sideBySide());
+    const Process &process = coverRight();
+    const ClientWindow other(display, {100, 100, 100, 100});
+    other.takeFocus();
+    press(u"Escape"_s);
+    EXPECT_TRUE(says(process, "uncovered"));
+    EXPECT_TRUE(other.hasFocus()); // it was not there before; whoever has it now keeps it
+}
+
+TEST_F(OverlayInputTest, hasThePointerOnEveryMonitor)
+{
+    start(sideBySide());
+    const Process &process = coverRight();
+    click({740, 300});
+    EXPECT_TRUE(says(process, "press 100 200"));
+    EXPECT_TRUE(says(process, "release 100 200"));
+    click({40, 50});
+    EXPECT_TRUE(says(process, "press -600 -50"));
+}
+
+struct OverlayFocusTest : OverlayInputTest, testing::WithParamInterface<WindowManager> { };
+
+TEST_P(OverlayFocusTest, goesBackToTheWindowThatHadIt)
+{
+    start(sideBySide(GetParam()));
+    const ClientWindow earlier(display, {100, 100, 100, 100});
+    const ClientWindow later(display, {300, 100, 100, 100});
+    later.takeFocus();
+    earlier.takeFocus();
+    const Process &process = coverRight();
+    ASSERT_FALSE(earlier.hasFocus());
+    press(u"Escape"_s);
+    ASSERT_TRUE(says(process, "uncovered"));
+    EXPECT_TRUE(waitFor([&] { return earlier.hasFocus() && !isCovered(display); }));
+    EXPECT_TRUE(isInputFree(display));
+}
+
+TEST_P(OverlayFocusTest, goesBackWhenTheWidgetIsDestroyed)
+{
+    start(sideBySide(GetParam()));
+    const ClientWindow earlier(display, {100, 100, 100, 100});
+    earlier.takeFocus();
+    const Process &process = coverRight(u"destroy"_s);
+    press(u"Escape"_s);
+    ASSERT_TRUE(says(process, "destroyed"));
+    EXPECT_TRUE(waitFor([&] { return earlier.hasFocus() && !isCovered(display); }));
+    EXPECT_TRUE(isInputFree(display));
+}
+
+TEST_P(OverlayFocusTest, goesToTheNextWidgetAfterOneThatWasDestroyed)
+{
+    start(sideBySide(GetParam()));
+    const ClientWindow earlier(display, {100, 100, 100, 100});
+    earlier.takeFocus();
+    const Process &process = coverRight(u"replace"_s);
+    press(u"Escape"_s);
+    ASSERT_TRUE(waitFor([&] { return process.output().count("covered\n") == 2; }));
+    click({740, 300});
+    EXPECT_TRUE(says(process, "press 100 200"));
+    press(u"Escape"_s);
+    ASSERT_TRUE(says(process, "uncovered"));
+    EXPECT_TRUE(waitFor([&] { return earlier.hasFocus() && !isCovered(display); }));
+    EXPECT_TRUE(isInputFree(display));
+}
+
+TEST_P(OverlayFocusTest, isNotGivenToAWindowThatHasGone)
+{
+    start(sideBySide(GetParam()));
+    const ClientWindow earlier(display, {100, 100, 100, 100});
+    earlier.takeFocus();
+    const Process &process = coverRight();
+    earlier.hide();
+    press(u"Escape"_s);
+    ASSERT_TRUE(says(process, "uncovered"));
+    EXPECT_TRUE(isInputFree(display));
+    EXPECT_EQ(process.errors(), QByteArray());
+}
+
+std::string nameOf(WindowManager windowManager)
+{
+    constexpr std::array names{"nobody", "openbox", "xfwm4"};
+    return names.at(static_cast<std::size_t>(windowManager));
+}
+
+INSTANTIATE_TEST_SUITE_P(WindowManagers, OverlayFocusTest,
+                         testing::Values(WindowManager::Nobody, WindowManager::Openbox,
+                                         WindowManager::Xfwm4),
+                         [](const auto &instance) { return nameOf(instance.param); });
+
+const QRect menuArea{700, 200, 150, 200};
+
+TEST_F(OverlayInputTest, coversAnOpenMenuAndTakesOverWhenThatCloses)
+{
+    start(sideBySide());
+    OpenMenu menu(display, menuArea);
+    const Process &process = coverRight();
+    press(u"a"_s);
+    ASSERT_TRUE(waitFor([&] { return menu.isOpen() && menu.keys() == 1; })); // it holds the input
+    click({1000, 500});
+    ASSERT_TRUE(waitFor([&] { return !menu.isOpen(); }));
+    ASSERT_TRUE(waitFor([this] { return !isInputFree(display); })); // ours now
+    click({740, 300});
+    EXPECT_TRUE(says(process, "press 100 200"));
+    press(u"Escape"_s);
+    EXPECT_TRUE(says(process, "uncovered"));
+    EXPECT_TRUE(isInputFree(display));
+    EXPECT_FALSE(process.output().contains("press 360 400")); // the menu's
+}
+
+TEST_F(OverlayInputTest, aMenuThatStaysOpenForLongGivesPointerAndKeyboardToTheOverlay)
+{
+    start(sideBySide());
+    OpenMenu menu(display, menuArea);
+    const Process &process = coverRight();
+    outlastTheKeyboardLimit();
+    click({1000, 500});
+    ASSERT_TRUE(waitFor([&] { return !menu.isOpen(); }));
+    ASSERT_TRUE(waitFor([this] { return !isInputFree(display); }));
+    click({740, 300});
+    EXPECT_TRUE(says(process, "press 100 200"));
+    press(u"Escape"_s);
+    EXPECT_TRUE(says(process, "uncovered"));
+}
+
+TEST_F(OverlayInputTest, isServedByThePointerAloneWhereTheKeyboardIsHeld)
+{
+    start(sideBySide());
+    const XConnection holder(display);
+    const XReply<xcb_grab_keyboard_reply_t> keyboard(
+        xcb_grab_keyboard_reply(holder.raw(),
+                                xcb_grab_keyboard(holder.raw(), 0, holder.root(), XCB_CURRENT_TIME,
+                                                  XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC),
+                                nullptr));
+    ASSERT_EQ(keyboard->status, XCB_GRAB_STATUS_SUCCESS);
+    const Process &process = coverRight();
+    click({740, 300});
+    EXPECT_TRUE(says(process, "press 100 200"));
+    outlastTheKeyboardLimit();
+    const auto before = wakeUps(process.pid());
+    outlastTheKeyboardLimit();
+    EXPECT_LT(wakeUps(process.pid()) - before, 20); // it no longer asks, fifty times a second
+}
+
+TEST_F(OverlayInputTest, isUncoveredThoughAnotherProgramNeverLetsGoOfTheInput)
+{
+    start(outputs());
+    const ClientWindow earlier(display, {100, 100, 100, 100});
+    earlier.takeFocus();
+    OpenMenu menu(display, menuArea);
+    const Process &process = coverRight();
+    outlastTheKeyboardLimit();
+    desktop->server().switchOff(u"DUMMY1"_s);
+    EXPECT_TRUE(says(process, "uncovered"));
+    EXPECT_TRUE(waitFor([&] { return earlier.hasFocus() && !isCovered(display); }));
+    EXPECT_TRUE(menu.isOpen());
+}
+
+TEST_F(OverlayInputTest, rests)
+{
+    start(sideBySide());
+    const Process &process = coverRight();
+    press(u"a"_s);
+    ASSERT_TRUE(says(process, "key A"));
+    const auto before = wakeUps(process.pid());
+    outlastTheKeyboardLimit();
+    EXPECT_LT(wakeUps(process.pid()) - before, 20);
+}
+
+} // namespace
+} // namespace lumacap::harness
