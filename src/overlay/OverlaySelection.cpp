@@ -20,29 +20,32 @@ constexpr double dragThreshold = 5;
 
 } // namespace
 
+// The place in the window, which the view fills: the toolkit cuts places in a widget to whole
+// points, and with them pixels where a point has several.
+
 void OverlayView::enterEvent(QEnterEvent *event)
 {
-    mouseMoved(viewLocation(event->position()));
+    mouseMoved(viewLocation(event->scenePosition()));
 }
 
 void OverlayView::mousePressEvent(QMouseEvent *event)
 {
     if (event->button() == Qt::LeftButton)
-        mouseDown(viewLocation(event->position()));
+        mouseDown(viewLocation(event->scenePosition()));
 }
 
 void OverlayView::mouseMoveEvent(QMouseEvent *event)
 {
     if ((event->buttons() & Qt::LeftButton) != 0)
-        mouseDragged(viewLocation(event->position()));
+        mouseDragged(viewLocation(event->scenePosition()));
     else
-        mouseMoved(viewLocation(event->position()));
+        mouseMoved(viewLocation(event->scenePosition()));
 }
 
 void OverlayView::mouseReleaseEvent(QMouseEvent *event)
 {
     if (event->button() == Qt::LeftButton)
-        mouseUp(viewLocation(event->position()));
+        mouseUp(viewLocation(event->scenePosition()));
 }
 
 void OverlayView::mouseDown(Point<Canvas> location)
