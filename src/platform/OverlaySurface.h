@@ -8,7 +8,7 @@ class QWidget;
 
 namespace lumacap {
 
-/// A widget over one whole screen.
+/// A widget over one whole screen. One at a time: covering a second screen uncovers the first.
 class OverlaySurface {
 public:
     OverlaySurface() = default;
