@@ -213,8 +213,21 @@ void addFramed(const ScreenKind &screen)
         add(prefix + "/" + row.rawValue.data(), &renderFramed, screen.size, row.value);
 }
 
+/// A hundred turns across the whole screen, which cross each other everywhere.
+FreehandAnnotation scribble()
+{
+    std::mt19937 random(5);
+    std::uniform_real_distribution<double> x(0, 3840);
+    std::uniform_real_distribution<double> y(0, 2160);
+    std::vector<Point<Canvas>> way(100);
+    for (Point<Canvas> &point : way)
+        point = {x(random), y(random)};
+    return {Qt::red, 4, std::move(way)};
+}
+
 void addAlone()
 {
+    add("alone/scribble", [](benchmark::State &state) { drawAlone(state, scribble()); });
     add("alone/blur", [](benchmark::State &state) {
         drawAlone(state, BlurAnnotation(Qt::red, 4, {{500, 500}, {1600, 900}}));
     });
