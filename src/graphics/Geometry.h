@@ -34,6 +34,19 @@ struct Size {
     friend bool operator==(const Size &, const Size &) = default;
 };
 
+/// The way from `start` to `end`.
+template <class Space>
+Size operator-(Point<Space> end, Point<Space> start)
+{
+    return {end.x - start.x, end.y - start.y};
+}
+
+template <class Space>
+Point<Space> operator-(Point<Space> point, Size way)
+{
+    return {point.x - way.width, point.y - way.height};
+}
+
 /// An origin and a size. Either side may be negative; `minX` … `maxY` look at the standardized
 /// rectangle.
 template <class Space>

@@ -4,6 +4,7 @@
 
 #include <QColor>
 #include <QFont>
+#include <QGlyphRun>
 #include <QGuiApplication>
 #include <QPainter>
 #include <QTextLayout>
@@ -60,6 +61,19 @@ void Text::draw(QPainter &painter, Point<Canvas> lowerLeft, const QColor &color)
     painter.scale(m_pointsAUnit, -m_pointsAUnit);
     painter.setPen(color);
     m_layout->draw(&painter, {0, 0});
+}
+
+Rect<Canvas> Text::drawnArea(Point<Canvas> lowerLeft) const
+{
+    const double fringe = 1 / m_pointsAUnit; // a point, for what antialiasing adds
+    QRectF box(0, 0, m_size.width / m_pointsAUnit, m_size.height / m_pointsAUnit);
+    const auto runs = m_layout->glyphRuns();
+    for (const QGlyphRun &run : runs)
+        box |= run.boundingRect();
+    box.adjust(-fringe, -fringe, fringe, fringe);
+    return {{lowerLeft.x + box.left() * m_pointsAUnit,
+             lowerLeft.y + m_size.height - box.bottom() * m_pointsAUnit},
+            {box.width() * m_pointsAUnit, box.height() * m_pointsAUnit}};
 }
 
 } // namespace lumacap

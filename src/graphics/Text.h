@@ -30,6 +30,9 @@ public:
     /// `lowerLeft`.
     void draw(QPainter &painter, Point<Canvas> lowerLeft, const QColor &color) const;
 
+    /// What `draw` there may change: the bounding box and whatever letters reach out of it.
+    Rect<Canvas> drawnArea(Point<Canvas> lowerLeft) const;
+
 private:
     std::unique_ptr<QTextLayout> m_layout;
     double m_pointsAUnit; ///< canvas points for one unit of the layout

@@ -8,4 +8,13 @@ void Annotation::drawWithImage(QPainter &context, const Rect<Canvas> &canvasBoun
     draw(context, canvasBounds);
 }
 
+DrawnAreas Annotation::dragTo(Point<Canvas> point)
+{
+    const DrawnAreas before = drawnAreas();
+    moveEnd(point);
+    return joined(before, drawnAreas());
+}
+
+void Annotation::moveEnd(Point<Canvas> /*point*/) { }
+
 } // namespace lumacap

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "annotation/shapes/DrawnAreas.h"
 #include "graphics/Geometry.h"
 
 #include <QColor>
@@ -40,10 +41,20 @@ public:
     virtual void drawWithImage(QPainter &context, const Rect<Canvas> &canvasBounds,
                                const QImage &frozenImage, double scaleFactor) const;
 
+    /// Where it draws, and beyond which it changes no pixel; nothing where it draws nothing.
+    virtual DrawnAreas drawnAreas() const = 0;
+
+    /// Follows the pointer that draws it: its end, its far corner or its next point. Answers where
+    /// it may look different now.
+    virtual DrawnAreas dragTo(Point<Canvas> point);
+
     QColor color;
     double lineWidth;
 
 protected:
+    /// What `dragTo` does to a kind that is drawn by dragging.
+    virtual void moveEnd(Point<Canvas> point);
+
     /// Whether there is a width to stroke with.
     bool hasStroke() const { return std::isfinite(lineWidth) && lineWidth > 0; }
 

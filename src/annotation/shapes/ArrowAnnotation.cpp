@@ -4,6 +4,7 @@
 #include "graphics/CanvasPainting.h"
 #include "graphics/PainterState.h"
 
+#include <algorithm>
 #include <cmath>
 #include <numbers>
 
@@ -51,6 +52,19 @@ void ArrowAnnotation::draw(QPainter &context, const Rect<Canvas> & /*canvasBound
     context.setPen(Qt::NoPen);
     context.setBrush(color);
     context.drawPolygon(head.data(), static_cast<int>(head.size()), Qt::WindingFill);
+}
+
+DrawnAreas ArrowAnnotation::drawnAreas() const
+{
+    if (!isFinite(startPoint) || !isFinite(endPoint) || !hasStroke())
+        return {};
+    const std::array shaft{startPoint, endPoint};
+    DrawnAreas areas = areasAlong(shaft, lineWidth / 2);
+    const auto [tip, first, second] = arrowHead(startPoint, endPoint, lineWidth);
+    const auto [left, right] = std::minmax({tip.x, first.x, second.x});
+    const auto [bottom, top] = std::minmax({tip.y, first.y, second.y});
+    areas.push_back(areaBetween({left, bottom}, {right, top}, 0));
+    return areas;
 }
 
 } // namespace lumacap

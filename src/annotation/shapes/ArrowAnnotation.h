@@ -15,9 +15,13 @@ public:
     ArrowAnnotation(const QColor &color, double lineWidth, Point<Canvas> start, Point<Canvas> end);
 
     void draw(QPainter &context, const Rect<Canvas> &canvasBounds) const override;
+    DrawnAreas drawnAreas() const override;
 
     Point<Canvas> startPoint;
     Point<Canvas> endPoint;
+
+protected:
+    void moveEnd(Point<Canvas> point) override { endPoint = point; }
 };
 
 } // namespace lumacap

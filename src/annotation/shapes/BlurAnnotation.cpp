@@ -3,7 +3,6 @@
 #include "annotation/shapes/FrozenCrop.h"
 #include "annotation/shapes/Pixelation.h"
 #include "graphics/CanvasPainting.h"
-#include "graphics/PainterState.h"
 #include "graphics/Rgb.h"
 
 namespace lumacap {
@@ -36,9 +35,7 @@ void BlurAnnotation::draw(QPainter &context, const Rect<Canvas> & /*canvasBounds
     const Rect<Canvas> rect{origin, size};
     if (!isFinite(rect) || !exceeds(rect, look::leastVeil))
         return;
-    const PainterState state(context);
-    context.setRenderHint(QPainter::Antialiasing);
-    context.fillRect(toQRectF(rect), toQColor(look::veil, look::veilAlpha));
+    fillRects(context, std::span(&rect, 1), toQColor(look::veil, look::veilAlpha));
 }
 
 void BlurAnnotation::drawWithImage(QPainter &context, const Rect<Canvas> &canvasBounds,
@@ -51,6 +48,14 @@ void BlurAnnotation::drawWithImage(QPainter &context, const Rect<Canvas> &canvas
     if (crop.isNull())
         return draw(context, canvasBounds);
     drawPixelated(context, rect, crop);
+}
+
+DrawnAreas BlurAnnotation::drawnAreas() const
+{
+    const Rect<Canvas> rect{origin, size};
+    if (!isFinite(rect) || !exceeds(rect, look::leastVeil))
+        return {};
+    return {areaBetween(origin, {origin.x + size.width, origin.y + size.height}, 0)};
 }
 
 } // namespace lumacap

@@ -15,9 +15,13 @@ public:
     /// The region in blocks, a veil where the picture has no pixel under it.
     void drawWithImage(QPainter &context, const Rect<Canvas> &canvasBounds,
                        const QImage &frozenImage, double scaleFactor) const override;
+    DrawnAreas drawnAreas() const override;
 
     Point<Canvas> origin;
     Size size;
+
+protected:
+    void moveEnd(Point<Canvas> point) override { size = point - origin; }
 };
 
 } // namespace lumacap

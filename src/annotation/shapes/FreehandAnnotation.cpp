@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cmath>
 #include <ranges>
+#include <span>
 #include <utility>
 
 namespace lumacap {
@@ -48,14 +49,38 @@ FreehandAnnotation::FreehandAnnotation(const QColor &strokeColor, double strokeW
 
 void FreehandAnnotation::draw(QPainter &context, const Rect<Canvas> & /*canvasBounds*/) const
 {
-    const auto isNumber = [](Point<Canvas> point) { return isFinite(point); };
-    if (points.size() < 2 || !std::ranges::all_of(points, isNumber) || !hasStroke())
+    if (!isShown())
         return;
     const PainterState state(context);
     context.setRenderHint(QPainter::Antialiasing);
     const QPen pen(color, lineWidth, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin);
-    for (const QPainterPath &piece : piecesOf(points))
-        strokeLine(context, piece, pen);
+    const QRectF visible = visiblePixels(context);
+    for (const QPainterPath &piece : piecesOf(points)) {
+        const QRectF box =
+            piece.controlPointRect().adjusted(-lineWidth, -lineWidth, lineWidth, lineWidth);
+        if (visible.intersects(context.deviceTransform().mapRect(box)))
+            strokeLine(context, piece, pen);
+    }
+}
+
+DrawnAreas FreehandAnnotation::drawnAreas() const
+{
+    return isShown() ? areasAlong(points, lineWidth / 2) : DrawnAreas();
+}
+
+DrawnAreas FreehandAnnotation::dragTo(Point<Canvas> point)
+{
+    points.push_back(point);
+    if (!isShown())
+        return {};
+    // What was drawn before stays, but for the end that is now a bend.
+    return areasAlong(std::span(points).last(2), lineWidth / 2);
+}
+
+bool FreehandAnnotation::isShown() const
+{
+    const auto isNumber = [](Point<Canvas> point) { return isFinite(point); };
+    return points.size() >= 2 && std::ranges::all_of(points, isNumber) && hasStroke();
 }
 
 } // namespace lumacap

@@ -12,8 +12,13 @@ public:
     FreehandAnnotation(const QColor &color, double lineWidth, std::vector<Point<Canvas>> points);
 
     void draw(QPainter &context, const Rect<Canvas> &canvasBounds) const override;
+    DrawnAreas drawnAreas() const override;
+    DrawnAreas dragTo(Point<Canvas> point) override;
 
     std::vector<Point<Canvas>> points;
+
+private:
+    bool isShown() const;
 };
 
 } // namespace lumacap

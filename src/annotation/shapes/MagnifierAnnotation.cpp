@@ -105,6 +105,19 @@ void MagnifierAnnotation::drawWithImage(QPainter &context, const Rect<Canvas> &c
     drawZoomBadge(context);
 }
 
+DrawnAreas MagnifierAnnotation::drawnAreas() const
+{
+    if (!hasSource())
+        return {};
+    const DrawnAreas around = areasAround(source(), look::sourceStroke / 2);
+    if (!hasLoupe())
+        return around;
+    DrawnAreas areas = joined(around, areasAlong(connector(), connectorWidth() / 2));
+    areas.push_back(loupe().inset(-lineWidth - look::loupeExtraStroke));
+    areas.push_back(badgeBehind(zoomText()).inset(-look::badgePaddingX));
+    return areas;
+}
+
 bool MagnifierAnnotation::hasSource() const
 {
     return exceedsLeastSide(source()) && hasStroke();
@@ -131,27 +144,43 @@ void MagnifierAnnotation::strokeLoupe(QPainter &context) const
     context.drawPath(loupeOutline(loupe(), shape));
 }
 
+std::array<Point<Canvas>, 2> MagnifierAnnotation::connector() const
+{
+    return {nearestEdgePoint(source(), loupe().center()),
+            nearestEdgePoint(loupe(), source().center())};
+}
+
+double MagnifierAnnotation::connectorWidth() const
+{
+    return std::max(lineWidth * look::connectorShare, look::leastConnector);
+}
+
 void MagnifierAnnotation::drawConnector(QPainter &context) const
 {
-    const Rect<Canvas> from = source();
-    const Rect<Canvas> to = loupe();
     const PainterState state(context);
-    const double width = std::max(lineWidth * look::connectorShare, look::leastConnector);
-    strokeLine(context,
-               dashes(toQPointF(nearestEdgePoint(from, to.center())),
-                      toQPointF(nearestEdgePoint(to, from.center()))),
-               outlinePen(withAlpha(color, look::connectorAlpha), width));
+    const auto [start, end] = connector();
+    strokeLine(context, dashes(toQPointF(start), toQPointF(end)),
+               outlinePen(withAlpha(color, look::connectorAlpha), connectorWidth()));
+}
+
+Text MagnifierAnnotation::zoomText() const
+{
+    return {zoomLabel(zoomFactor), look::badgeFontSize, FontWeight::Bold};
+}
+
+Rect<Canvas> MagnifierAnnotation::badgeBehind(const Text &text) const
+{
+    const auto [width, height] = text.size();
+    const Rect<Canvas> place = loupe();
+    return {{place.maxX() - width - look::badgeRightMargin, place.minY() + look::badgeBottomMargin},
+            {width + 2 * look::badgePaddingX, height + 2 * look::badgePaddingY}};
 }
 
 void MagnifierAnnotation::drawZoomBadge(QPainter &context) const
 {
-    const Text text(zoomLabel(zoomFactor), look::badgeFontSize, FontWeight::Bold);
-    const auto [width, height] = text.size();
-    const Rect<Canvas> place = loupe();
-    const Rect<Canvas> badge{
-        {place.maxX() - width - look::badgeRightMargin, place.minY() + look::badgeBottomMargin},
-        {width + 2 * look::badgePaddingX, height + 2 * look::badgePaddingY}};
-    context.fillRect(toQRectF(badge), withAlpha(Qt::black, look::badgeAlpha));
+    const Text text = zoomText();
+    const Rect<Canvas> badge = badgeBehind(text);
+    fillRects(context, std::span(&badge, 1), withAlpha(Qt::black, look::badgeAlpha));
     text.draw(context, {badge.minX() + look::badgePaddingX, badge.minY() + look::badgePaddingY},
               Qt::white);
 }

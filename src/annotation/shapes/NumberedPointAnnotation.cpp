@@ -42,4 +42,14 @@ void NumberedPointAnnotation::draw(QPainter &context, const Rect<Canvas> & /*can
     digits.draw(context, {center.x - size.width / 2, center.y - size.height / 2}, Qt::white);
 }
 
+DrawnAreas NumberedPointAnnotation::drawnAreas() const
+{
+    if (!isFinite(center))
+        return {};
+    const Text digits(QString::number(number), look::fontSize, FontWeight::Bold);
+    const Size size = digits.size();
+    return {areaBetween(center, center, look::radius + look::rim / 2),
+            digits.drawnArea({center.x - size.width / 2, center.y - size.height / 2})};
+}
+
 } // namespace lumacap

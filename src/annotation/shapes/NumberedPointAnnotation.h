@@ -10,6 +10,7 @@ public:
     NumberedPointAnnotation(const QColor &color, Point<Canvas> center, int number);
 
     void draw(QPainter &context, const Rect<Canvas> &canvasBounds) const override;
+    DrawnAreas drawnAreas() const override;
 
     Point<Canvas> center;
     int number;

@@ -26,4 +26,10 @@ void RectAnnotation::draw(QPainter &context, const Rect<Canvas> & /*canvasBounds
     context.drawRect(toQRectF(rect));
 }
 
+DrawnAreas RectAnnotation::drawnAreas() const
+{
+    const Rect<Canvas> rect{origin, size};
+    return isFinite(rect) && hasStroke() ? areasAround(rect, lineWidth / 2) : DrawnAreas();
+}
+
 } // namespace lumacap

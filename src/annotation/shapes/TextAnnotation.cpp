@@ -18,10 +18,22 @@ TextAnnotation::TextAnnotation(const QColor &textColor, double strokeWidth, Poin
 
 void TextAnnotation::draw(QPainter &context, const Rect<Canvas> & /*canvasBounds*/) const
 {
-    const bool hasSize = std::isfinite(fontSize) && fontSize > 0;
-    if (text.isEmpty() || !isFinite(position) || !hasSize)
+    if (!isShown())
         return;
     Text(text, fontSize, FontWeight::Medium).draw(context, position, color);
+}
+
+DrawnAreas TextAnnotation::drawnAreas() const
+{
+    if (!isShown())
+        return {};
+    return {Text(text, fontSize, FontWeight::Medium).drawnArea(position)};
+}
+
+bool TextAnnotation::isShown() const
+{
+    const bool hasSize = std::isfinite(fontSize) && fontSize > 0;
+    return !text.isEmpty() && isFinite(position) && hasSize;
 }
 
 } // namespace lumacap

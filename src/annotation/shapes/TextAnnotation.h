@@ -14,10 +14,14 @@ public:
                    double fontSize);
 
     void draw(QPainter &context, const Rect<Canvas> &canvasBounds) const override;
+    DrawnAreas drawnAreas() const override;
 
     Point<Canvas> position;
     QString text;
     double fontSize; ///< canvas points
+
+private:
+    bool isShown() const;
 };
 
 } // namespace lumacap

@@ -7,6 +7,7 @@
 
 #include <random>
 #include <set>
+#include <typeinfo>
 
 namespace lumacap::tests {
 namespace {
@@ -159,6 +160,66 @@ TEST(EveryAnnotation, butLoupeAndBlurLooksInTheFinalPictureAsItDoesLive)
         EXPECT_EQ(finished(*kinds.at(kind), nothing), picture) << kind;
     }
 }
+
+/// Whether every pixel in which the pictures differ lies in `areas`.
+testing::AssertionResult differOnlyIn(const DrawnAreas &areas, const QImage &one,
+                                      const QImage &other, int scale)
+{
+    QRegion inside;
+    for (const Rect<Canvas> &area : areas)
+        inside += QRectF(area.minX() * scale, one.height() - area.maxY() * scale,
+                         area.width() * scale, area.height() * scale)
+                      .toAlignedRect();
+    for (int y = 0; y < one.height(); ++y) {
+        for (int x = 0; x < one.width(); ++x) {
+            if (one.pixel(x, y) != other.pixel(x, y) && !inside.contains(QPoint(x, y)))
+                return testing::AssertionFailure() << "at " << x << ", " << y;
+        }
+    }
+    return testing::AssertionSuccess();
+}
+
+class DrawnAreasTest : public testing::TestWithParam<int> {
+protected:
+    int m_scale = GetParam();
+    QImage m_screen = screenOfDistinctPixels(canvas * m_scale);
+    std::mt19937 m_random{99};
+    std::uniform_real_distribution<double> m_position{-20, 130};
+    std::uniform_real_distribution<double> m_length{-90, 90};
+
+    Point<Canvas> point() { return {m_position(m_random), m_position(m_random)}; }
+    Rect<Canvas> rect() { return {point(), {m_length(m_random), m_length(m_random)}}; }
+};
+
+TEST_P(DrawnAreasTest, holdAllThatIsDrawn)
+{
+    for (int round = 0; round < 40; ++round) {
+        for (const auto &annotation : oneOfEachKind(rect())) {
+            annotation->lineWidth = 2 + 2 * (round % 5);
+            const QImage drawn = finished(*annotation, m_screen, m_scale);
+            ASSERT_TRUE(differOnlyIn(annotation->drawnAreas(), drawn, m_screen, m_scale))
+                << typeid(*annotation).name() << ", round " << round;
+        }
+    }
+}
+
+TEST_P(DrawnAreasTest, ofADragHoldAllThatLooksDifferent)
+{
+    for (int round = 0; round < 10; ++round) {
+        for (const auto &annotation : oneOfEachKind(rect())) {
+            QImage before = finished(*annotation, m_screen, m_scale);
+            for (int step = 0; step < 6; ++step) {
+                const DrawnAreas changed = annotation->dragTo(point());
+                const QImage after = finished(*annotation, m_screen, m_scale);
+                ASSERT_TRUE(differOnlyIn(changed, before, after, m_scale))
+                    << typeid(*annotation).name() << ", round " << round << ", step " << step;
+                before = after;
+            }
+        }
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Scales, DrawnAreasTest, testing::Values(1, 2));
 
 } // namespace
 } // namespace lumacap::tests

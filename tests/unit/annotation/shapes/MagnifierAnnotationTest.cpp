@@ -221,8 +221,8 @@ TEST(MagnifierAnnotation, badgeShowsTheZoomAtTheLowerRightOfTheLoupe)
     const QImage badge = painted(canvas, 1, [&](QPainter &painter) {
         painter.setRenderHint(QPainter::Antialiasing);
         painter.fillRect(QRectF(0, 0, 200, 120), Qt::green);
-        painter.fillRect(QRectF(140 - width - 8, 24, width + 6, height + 2),
-                         withAlpha(Qt::black, 0.6));
+        const Rect<Canvas> plate{{140 - width - 8, 24}, {width + 6, height + 2}};
+        fillRects(painter, std::span(&plate, 1), withAlpha(Qt::black, 0.6));
         label.draw(painter, {140 - width - 5, 25}, Qt::white);
     });
     const QRect place(static_cast<int>(140 - width - 12), 120 - static_cast<int>(24 + height + 6),
