@@ -6,6 +6,7 @@
 
 #include <QPainter>
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <cstring>
@@ -42,45 +43,50 @@ void copyPixels(QImage &target, const QImage &source, const QRegion &pixels)
     }
 }
 
-void fill(QPainter &painter, double x1, double y1, double x2, double y2, const QColor &color)
+Rect<Canvas> spanned(Point<Canvas> lowerLeft, Point<Canvas> upperRight)
 {
-    painter.fillRect(QRectF(x1, y1, x2 - x1, y2 - y1), color);
+    return {lowerLeft, upperRight - lowerLeft};
 }
 
 void paintAnts(QPainter &painter, const OverlayScene &scene)
 {
     if (!scene.outline)
         return;
-    for (const auto &dash : antDashes(*scene.outline, scene.antsPhase))
-        painter.fillRect(toQRectF(dash), Qt::white);
-    for (const auto &dash : antDashes(*scene.outline, scene.antsPhase + look::blackAntsAhead))
-        painter.fillRect(toQRectF(dash), Qt::black);
+    fillRects(painter, antDashes(*scene.outline, scene.antsPhase), Qt::white);
+    fillRects(painter, antDashes(*scene.outline, scene.antsPhase + look::blackAntsAhead),
+              Qt::black);
 }
 
 void drawGuideLines(QPainter &painter, Point<Canvas> at, Size canvas)
 {
     constexpr double half = pointerlook::guideWidth / 2;
     constexpr double gap = pointerlook::guideGap;
-    const QColor color = QColor::fromRgbF(1, 1, 1, look::guideAlpha);
-    fill(painter, at.x - half, 0, at.x + half, at.y - gap, color);
-    fill(painter, at.x - half, at.y + gap, at.x + half, canvas.height, color);
-    fill(painter, 0, at.y - half, at.x - gap, at.y + half, color);
-    fill(painter, at.x + gap, at.y - half, canvas.width, at.y + half, color);
+    const std::array<Rect<Canvas>, 4> lines{
+        spanned({at.x - half, 0}, {at.x + half, at.y - gap}),
+        spanned({at.x - half, at.y + gap}, {at.x + half, canvas.height}),
+        spanned({0, at.y - half}, {at.x - gap, at.y + half}),
+        spanned({at.x + gap, at.y - half}, {canvas.width, at.y + half})};
+    fillRects(painter, lines, QColor::fromRgbF(1, 1, 1, look::guideAlpha));
+}
+
+void drawArms(QPainter &painter, Point<Canvas> at, double width, const QColor &color)
+{
+    const double half = width / 2;
+    constexpr double start = pointerlook::armStart;
+    constexpr double end = pointerlook::armEnd;
+    const std::array<Rect<Canvas>, 4> arms{
+        spanned({at.x - half, at.y + start}, {at.x + half, at.y + end}),
+        spanned({at.x - half, at.y - end}, {at.x + half, at.y - start}),
+        spanned({at.x + start, at.y - half}, {at.x + end, at.y + half}),
+        spanned({at.x - end, at.y - half}, {at.x - start, at.y + half})};
+    fillRects(painter, arms, color);
 }
 
 void drawCursorCrosshair(QPainter &painter, Point<Canvas> at)
 {
-    const auto arms = [&](double width, const QColor &color) {
-        const double half = width / 2;
-        constexpr double start = pointerlook::armStart;
-        constexpr double end = pointerlook::armEnd;
-        fill(painter, at.x - half, at.y + start, at.x + half, at.y + end, color);
-        fill(painter, at.x - half, at.y - end, at.x + half, at.y - start, color);
-        fill(painter, at.x + start, at.y - half, at.x + end, at.y + half, color);
-        fill(painter, at.x - end, at.y - half, at.x - start, at.y + half, color);
-    };
-    arms(pointerlook::outerWidth, QColor::fromRgbF(0, 0, 0, look::crossOuterAlpha));
-    arms(pointerlook::innerWidth, Qt::white);
+    drawArms(painter, at, pointerlook::outerWidth,
+             QColor::fromRgbF(0, 0, 0, look::crossOuterAlpha));
+    drawArms(painter, at, pointerlook::innerWidth, Qt::white);
 }
 
 void paintPointer(QPainter &painter, const OverlayScene &scene, Size canvas)
@@ -92,14 +98,26 @@ void paintPointer(QPainter &painter, const OverlayScene &scene, Size canvas)
     drawCursorCrosshair(painter, *scene.pointer);
 }
 
+bool reaches(const DrawnAreas &areas, const QRegion &pixels, const CanvasMeasure &canvas)
+{
+    return std::ranges::any_of(areas, [&](const Rect<Canvas> &area) {
+        return pixels.intersects(pixelsUnder(area, canvas));
+    });
+}
+
+/// The marks that reach into `pixels`; the others would only take their time.
 void paintAnnotations(QPainter &painter, const QImage &frozenImage, const OverlayScene &scene,
-                      const CanvasMeasure &canvas)
+                      const CanvasMeasure &canvas, const QRegion &pixels)
 {
     const Rect<Canvas> bounds{{0, 0}, canvas.size};
-    for (const auto &annotation : scene.annotations)
-        annotation->drawWithImage(painter, bounds, frozenImage, canvas.scale);
-    if (scene.inProgress != nullptr)
-        scene.inProgress->drawWithImage(painter, bounds, frozenImage, canvas.scale);
+    const auto paint = [&](const Annotation &annotation, const DrawnAreas &areas) {
+        if (reaches(areas, pixels, canvas))
+            annotation.drawWithImage(painter, bounds, frozenImage, canvas.scale);
+    };
+    for (const DrawnAnnotation &mark : scene.annotations)
+        paint(*mark.annotation, mark.areas);
+    if (scene.inProgress)
+        paint(*scene.inProgress->annotation, scene.inProgress->areas);
 }
 
 } // namespace
@@ -135,7 +153,7 @@ void paintOverlay(QImage &target, const QImage &frozenImage, const QImage &dimme
     if (scene.label)
         drawDimensionLabel(painter, *scene.label);
     paintPointer(painter, scene, canvas.size);
-    paintAnnotations(painter, frozenImage, scene, canvas);
+    paintAnnotations(painter, frozenImage, scene, canvas, inside);
 }
 
 } // namespace lumacap

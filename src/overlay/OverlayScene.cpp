@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <ranges>
 
 namespace lumacap {
 namespace {
@@ -17,23 +18,13 @@ int toPixel(double value)
     return static_cast<int>(std::clamp(value, -farOutside, farOutside));
 }
 
-/// Every pixel that `area` touches.
-QRect touchedPixels(const Rect<Canvas> &area, const CanvasMeasure &canvas)
-{
-    const int left = toPixel(std::floor(area.minX() * canvas.scale));
-    const int right = toPixel(std::ceil(area.maxX() * canvas.scale));
-    const int top = toPixel(std::floor((canvas.size.height - area.maxY()) * canvas.scale));
-    const int bottom = toPixel(std::ceil((canvas.size.height - area.minY()) * canvas.scale));
-    return {left, top, right - left, bottom - top};
-}
-
 /// The pixels of the line around `outline`.
 QRegion antsPixels(const Rect<Canvas> &outline, const CanvasMeasure &canvas)
 {
     const double reach = antsReach();
     const auto side = [&](double x1, double y1, double x2, double y2) {
-        return touchedPixels({{x1 - reach, y1 - reach}, {x2 - x1 + 2 * reach, y2 - y1 + 2 * reach}},
-                             canvas);
+        return pixelsUnder({{x1 - reach, y1 - reach}, {x2 - x1 + 2 * reach, y2 - y1 + 2 * reach}},
+                           canvas);
     };
     QRegion pixels;
     pixels += side(outline.minX(), outline.minY(), outline.maxX(), outline.minY());
@@ -65,7 +56,7 @@ QRegion outlineChange(const OverlayScene &before, const OverlayScene &after,
 QRegion labelPixels(const OverlayScene &scene, const CanvasMeasure &canvas)
 {
     const auto background = scene.label ? labelBackground(*scene.label) : std::nullopt;
-    return background ? QRegion(touchedPixels(*background, canvas)) : QRegion();
+    return background ? QRegion(pixelsUnder(*background, canvas)) : QRegion();
 }
 
 QRegion pointerPixels(const OverlayScene &scene, const CanvasMeasure &canvas)
@@ -74,16 +65,50 @@ QRegion pointerPixels(const OverlayScene &scene, const CanvasMeasure &canvas)
         return {};
     const Point<Canvas> at = *scene.pointer;
     const auto around = [&](double x, double y) {
-        return touchedPixels({{at.x - x, at.y - y}, {2 * x, 2 * y}}, canvas);
+        return pixelsUnder({{at.x - x, at.y - y}, {2 * x, 2 * y}}, canvas);
     };
     // Two bars, not the square around them, for the cross and for the lines alike.
     QRegion pixels = around(pointerlook::armEnd, pointerlook::outerWidth / 2);
     pixels += around(pointerlook::outerWidth / 2, pointerlook::armEnd);
     if (scene.guideLines == GuideLines::Shown) {
         const double half = pointerlook::guideWidth / 2;
-        pixels += touchedPixels({{0, at.y - half}, {canvas.size.width, 2 * half}}, canvas);
-        pixels += touchedPixels({{at.x - half, 0}, {2 * half, canvas.size.height}}, canvas);
+        pixels += pixelsUnder({{0, at.y - half}, {canvas.size.width, 2 * half}}, canvas);
+        pixels += pixelsUnder({{at.x - half, 0}, {2 * half, canvas.size.height}}, canvas);
     }
+    return pixels;
+}
+
+/// Marks come and go at the end of the list: those that both scenes begin with look the same.
+QRegion annotationsChange(const OverlayScene &before, const OverlayScene &after,
+                          const CanvasMeasure &canvas)
+{
+    if (before.annotations.isSharedWith(after.annotations))
+        return {};
+    const auto [gone, come] = std::ranges::mismatch(before.annotations, after.annotations, {},
+                                                    &DrawnAnnotation::id, &DrawnAnnotation::id);
+    QRegion pixels;
+    for (const DrawnAnnotation &mark : std::ranges::subrange(gone, before.annotations.cend()))
+        pixels += touchedPixels(mark.areas, canvas);
+    for (const DrawnAnnotation &mark : std::ranges::subrange(come, after.annotations.cend()))
+        pixels += touchedPixels(mark.areas, canvas);
+    return pixels;
+}
+
+QRegion inProgressChange(const OverlayScene &before, const OverlayScene &after,
+                         const CanvasMeasure &canvas)
+{
+    const auto &earlier = before.inProgress;
+    const auto &later = after.inProgress;
+    const bool isSame = earlier && later && earlier->id == later->id;
+    if (isSame && earlier->revision == later->revision)
+        return {};
+    if (isSame && earlier->revision + 1 == later->revision)
+        return touchedPixels(later->lastChange, canvas);
+    QRegion pixels;
+    if (earlier)
+        pixels += touchedPixels(earlier->areas, canvas);
+    if (later)
+        pixels += touchedPixels(later->areas, canvas);
     return pixels;
 }
 
@@ -94,6 +119,23 @@ QRect allPixels(const CanvasMeasure &canvas)
 }
 
 } // namespace
+
+QRect pixelsUnder(const Rect<Canvas> &area, const CanvasMeasure &canvas)
+{
+    const int left = toPixel(std::floor(area.minX() * canvas.scale));
+    const int right = toPixel(std::ceil(area.maxX() * canvas.scale));
+    const int top = toPixel(std::floor((canvas.size.height - area.maxY()) * canvas.scale));
+    const int bottom = toPixel(std::ceil((canvas.size.height - area.minY()) * canvas.scale));
+    return {left, top, right - left, bottom - top};
+}
+
+QRegion touchedPixels(const DrawnAreas &areas, const CanvasMeasure &canvas)
+{
+    QRegion pixels;
+    for (const Rect<Canvas> &area : areas)
+        pixels += pixelsUnder(area, canvas);
+    return pixels;
+}
 
 QRect clearPixels(const Rect<Canvas> &outline, const CanvasMeasure &canvas)
 {
@@ -108,9 +150,9 @@ QRect clearPixels(const Rect<Canvas> &outline, const CanvasMeasure &canvas)
 QRegion changedPixels(const OverlayScene &before, const OverlayScene &after,
                       const CanvasMeasure &canvas)
 {
-    if (before.annotationsRevision != after.annotationsRevision)
-        return allPixels(canvas);
     QRegion pixels = outlineChange(before, after, canvas);
+    pixels += annotationsChange(before, after, canvas);
+    pixels += inProgressChange(before, after, canvas);
     if (before.label != after.label)
         pixels += labelPixels(before, canvas) + labelPixels(after, canvas);
     if (before.pointer != after.pointer || before.guideLines != after.guideLines)

@@ -4,16 +4,34 @@
 #include "graphics/Geometry.h"
 #include "overlay/OverlayLabel.h"
 
+#include <QList>
 #include <QRegion>
+#include <QUuid>
 
 #include <cstdint>
-#include <memory>
 #include <optional>
-#include <span>
 
 namespace lumacap {
 
 enum class GuideLines { Hidden, Shown };
+
+/// A finished mark and where it draws. The mark itself is only looked at to draw it.
+struct DrawnAnnotation {
+    const Annotation *annotation = nullptr;
+    QUuid id;
+    DrawnAreas areas;
+};
+
+/// The mark that is being drawn.
+struct AnnotationInProgress {
+    const Annotation *annotation = nullptr;
+    QUuid id;
+    DrawnAreas areas;
+    /// One more with every change of the mark.
+    std::uint64_t revision = 0;
+    /// Where it looks different than one revision before.
+    DrawnAreas lastChange;
+};
 
 /// All that the overlay shows at one moment, over the frozen screen.
 struct OverlayScene {
@@ -23,10 +41,9 @@ struct OverlayScene {
     std::optional<OverlayLabel> label = std::nullopt;
     std::optional<Point<Canvas>> pointer = std::nullopt;
     GuideLines guideLines = GuideLines::Hidden;
-    /// Another number with every change of what follows, which two scenes are not compared by.
-    std::uint64_t annotationsRevision = 0;
-    std::span<const std::unique_ptr<Annotation>> annotations = {};
-    const Annotation *inProgress = nullptr;
+    /// In drawing order.
+    QList<DrawnAnnotation> annotations = {};
+    std::optional<AnnotationInProgress> inProgress = std::nullopt;
 };
 
 /// The canvas in points, and the device pixels a point.
@@ -39,6 +56,10 @@ struct CanvasMeasure {
 /// there, and only there, over a picture of `before` makes a picture of `after`.
 QRegion changedPixels(const OverlayScene &before, const OverlayScene &after,
                       const CanvasMeasure &canvas);
+
+/// Every device pixel that `area` touches, on the screen or not.
+QRect pixelsUnder(const Rect<Canvas> &area, const CanvasMeasure &canvas);
+QRegion touchedPixels(const DrawnAreas &areas, const CanvasMeasure &canvas);
 
 /// The device pixels that `outline` leaves clear: whole ones, nearest to its edges.
 QRect clearPixels(const Rect<Canvas> &outline, const CanvasMeasure &canvas);

@@ -1,11 +1,13 @@
 #include "overlay/OverlayView.h"
 
 #include "annotation/shapes/MagnifierAnnotation.h"
+#include "overlay/AnnotationTextField.h"
 #include "platform/DefaultsStore.h"
 #include "preferences/storage/PreferencesStorage.h"
 
 #include <QEnterEvent>
 #include <QMouseEvent>
+#include <QPixmap>
 
 #include <algorithm>
 #include <cmath>
@@ -17,6 +19,26 @@ namespace {
 
 /// Canvas points that a press may move by, in either direction, and still be a click.
 constexpr double dragThreshold = 5;
+
+/// A pointer's place is the upper left corner of its pixel. In the last column or row, beyond which
+/// no pointer goes, it means the edge of the screen, which could not be reached otherwise.
+Point<Canvas> atEdge(Point<Canvas> place, const CanvasMeasure &canvas)
+{
+    const double pixel = 1.0 / canvas.scale;
+    return {place.x >= canvas.size.width - pixel ? std::max(place.x, canvas.size.width) : place.x,
+            place.y <= pixel ? std::min(place.y, 0.0) : place.y};
+}
+
+/// Hides the pointer, whose place the drawn cross takes.
+const QCursor &invisibleCursor()
+{
+    static const QCursor cursor = [] {
+        QPixmap empty(16, 16);
+        empty.fill(Qt::transparent);
+        return QCursor(empty, 8, 8);
+    }();
+    return cursor;
+}
 
 } // namespace
 
@@ -50,8 +72,46 @@ void OverlayView::mouseReleaseEvent(QMouseEvent *event)
 
 void OverlayView::mouseDown(Point<Canvas> location)
 {
-    if (!isSelecting())
-        return;
+    if (isSelecting())
+        selectionDown(location);
+    else
+        editingDown(location);
+}
+
+void OverlayView::mouseDragged(Point<Canvas> location)
+{
+    m_cursorPosition = location;
+    if (isSelecting())
+        selectionDragged(location);
+    else
+        editingDragged(location);
+}
+
+void OverlayView::mouseUp(Point<Canvas> location)
+{
+    if (isSelecting())
+        selectionUp(location);
+    else
+        editingUp();
+}
+
+void OverlayView::mouseMoved(Point<Canvas> location)
+{
+    m_cursorPosition = location;
+    const bool isPlacingLoupe =
+        m_magnifierPhase == MagnifierPhase::PositioningLoupe && loupeInProgress() != nullptr;
+    const bool isOverLoupe = isPlacingLoupe && loupeInProgress()->loupe().contains(location);
+    setCursor(isOverLoupe ? QCursor(Qt::OpenHandCursor) : invisibleCursor());
+    m_showGuideLines = !isPlacingLoupe && isSelecting() && !m_store.selectedViewRect;
+    if (m_showGuideLines && !m_isDragging)
+        m_highlightedWindow = windowAt(m_screen.toGlobal(location));
+    redisplay();
+}
+
+void OverlayView::selectionDown(Point<Canvas> location)
+{
+    if (location != m_cursorPosition) // the toolkit drops motions that it finds late
+        mouseMoved(location);
     m_showGuideLines = false;
     m_dragOrigin = m_screen.toGlobal(location);
     m_currentDragPoint = m_dragOrigin;
@@ -59,11 +119,10 @@ void OverlayView::mouseDown(Point<Canvas> location)
     redisplay();
 }
 
-void OverlayView::mouseDragged(Point<Canvas> location)
+void OverlayView::selectionDragged(Point<Canvas> location)
 {
-    m_cursorPosition = location;
-    if (!isSelecting() || !m_dragOrigin)
-        return;
+    if (!m_dragOrigin)
+        return redisplay(); // of the cross
     m_currentDragPoint = m_screen.toGlobal(location);
     const Point<Canvas> origin = m_screen.toCanvas(*m_dragOrigin);
     if (std::abs(location.x - origin.x) > dragThreshold
@@ -74,10 +133,10 @@ void OverlayView::mouseDragged(Point<Canvas> location)
     redisplay();
 }
 
-void OverlayView::mouseUp(Point<Canvas> location)
+void OverlayView::selectionUp(Point<Canvas> location)
 {
     // The release of a press that went elsewhere, to a menu that was open, is no click.
-    if (!isSelecting() || !m_dragOrigin || !m_currentDragPoint)
+    if (!m_dragOrigin || !m_currentDragPoint)
         return;
     const bool isSelected = m_isDragging ? selectDraggedArea() : selectWindowAt(location);
     endSelectionGesture();
@@ -87,17 +146,6 @@ void OverlayView::mouseUp(Point<Canvas> location)
             confirm();
         return;
     }
-    redisplay();
-}
-
-void OverlayView::mouseMoved(Point<Canvas> location)
-{
-    m_cursorPosition = location;
-    const bool isPlacingLoupe = m_magnifierPhase == MagnifierPhase::PositioningLoupe
-        && dynamic_cast<const MagnifierAnnotation *>(m_inProgressAnnotation.get()) != nullptr;
-    m_showGuideLines = !isPlacingLoupe && isSelecting() && !m_store.selectedViewRect;
-    if (m_showGuideLines && !m_isDragging)
-        m_highlightedWindow = windowAt(m_screen.toGlobal(location));
     redisplay();
 }
 
@@ -135,9 +183,9 @@ std::optional<Rect<Canvas>> OverlayView::draggedRect() const
 {
     if (!isSelecting() || !m_isDragging || !m_dragOrigin || !m_currentDragPoint)
         return std::nullopt;
-    const Point<Canvas> from = m_screen.toCanvas(*m_dragOrigin);
-    const Point<Canvas> to = m_screen.toCanvas(*m_currentDragPoint);
-    return Rect<Canvas>{from, {to.x - from.x, to.y - from.y}}.standardized();
+    const Point<Canvas> from = atEdge(m_screen.toCanvas(*m_dragOrigin), m_canvas);
+    const Point<Canvas> to = atEdge(m_screen.toCanvas(*m_currentDragPoint), m_canvas);
+    return Rect<Canvas>{from, to - from}.standardized();
 }
 
 std::optional<Rect<Canvas>> OverlayView::selectionRectForDisplay() const

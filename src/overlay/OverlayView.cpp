@@ -1,19 +1,17 @@
 #include "overlay/OverlayView.h"
 
-#include "annotation/shapes/MagnifierAnnotation.h"
+#include "overlay/AnnotationTextField.h"
 #include "overlay/MarchingAnts.h"
 #include "overlay/OverlayPainting.h"
 
 #include <QCoreApplication>
-#include <QKeyEvent>
 #include <QPaintEvent>
 #include <QPainter>
-#include <QPixmap>
 #include <QPointer>
 
+#include <algorithm>
 #include <chrono>
-#include <cmath>
-#include <utility>
+#include <ranges>
 
 using namespace std::chrono_literals;
 
@@ -21,17 +19,6 @@ namespace lumacap {
 namespace {
 
 constexpr auto antsInterval = 1000ms / 30;
-
-/// Hides the pointer, whose place the drawn cross takes.
-const QCursor &invisibleCursor()
-{
-    static const QCursor cursor = [] {
-        QPixmap empty(16, 16);
-        empty.fill(Qt::transparent);
-        return QCursor(empty, 8, 8);
-    }();
-    return cursor;
-}
 
 } // namespace
 
@@ -49,12 +36,11 @@ OverlayView::OverlayView(const WindowList &windows, const PreferencesStorage &pr
     , m_picture(m_dimmedImage.copy())
 {
     setAttribute(Qt::WA_OpaquePaintEvent);
-    setFocusPolicy(Qt::StrongFocus);
+    setFocusPolicy(Qt::TabFocus); // a press must not end what is typed in a child
     setMouseTracking(true);
-    setCursor(invisibleCursor());
     m_store.needsRedraw = [self = QPointer(this)] {
         if (self)
-            self->redisplayAnnotations();
+            self->annotationsChanged();
     };
     connect(&m_store, &AnnotationStore::currentToolWillChange, this, &OverlayView::useTool,
             Qt::QueuedConnection);
@@ -62,21 +48,6 @@ OverlayView::OverlayView(const WindowList &windows, const PreferencesStorage &pr
 }
 
 OverlayView::~OverlayView() = default;
-
-void OverlayView::useTool(AnnotationTool tool)
-{
-    const auto *const loupe =
-        dynamic_cast<const MagnifierAnnotation *>(m_inProgressAnnotation.get());
-    if (tool != AnnotationTool::Magnifier && m_magnifierPhase == MagnifierPhase::PositioningLoupe
-        && loupe != nullptr) {
-        m_store.add(std::move(m_inProgressAnnotation));
-        m_magnifierPhase = MagnifierPhase::Idle;
-        m_magnifierDragOffset.reset();
-    }
-    if (tool != AnnotationTool::Selection)
-        m_highlightedWindow.reset();
-    redisplay();
-}
 
 void OverlayView::invalidateAnimationTimer()
 {
@@ -121,14 +92,20 @@ OverlayScene OverlayView::scene() const
             .label = label(),
             .pointer = m_cursorPosition,
             .guideLines = hasGuideLines ? GuideLines::Shown : GuideLines::Hidden,
-            .annotationsRevision = m_annotationsRevision,
-            .annotations = m_store.annotations(),
-            .inProgress = m_inProgressAnnotation.get()};
+            .annotations = m_drawnAnnotations,
+            .inProgress = m_drawnInProgress};
 }
 
-void OverlayView::redisplayAnnotations()
+/// Marks come and go at the end of the list.
+void OverlayView::annotationsChanged()
 {
-    ++m_annotationsRevision;
+    const auto &marks = m_store.annotations();
+    const auto [known, fresh] =
+        std::ranges::mismatch(m_drawnAnnotations, marks, {}, &DrawnAnnotation::id,
+                              [](const auto &mark) { return mark->id(); });
+    m_drawnAnnotations.erase(known, m_drawnAnnotations.cend());
+    for (const auto &mark : std::ranges::subrange(fresh, marks.end()))
+        m_drawnAnnotations.append({mark.get(), mark->id(), mark->drawnAreas()});
     redisplay();
 }
 
@@ -166,14 +143,18 @@ Point<Canvas> OverlayView::viewLocation(QPointF widgetPoint) const
     return {pixels.x() / m_canvas.scale, m_canvas.size.height - pixels.y() / m_canvas.scale};
 }
 
-void OverlayView::keyPressEvent(QKeyEvent *event)
+QRect OverlayView::widgetRect(const Rect<Canvas> &rect) const
 {
-    if (event->key() == Qt::Key_Escape && m_store.cancelCallback) {
-        const auto cancel = m_store.cancelCallback; // which may end this view
-        cancel();
-        return;
-    }
-    QWidget::keyPressEvent(event);
+    const double units = unitsAPoint();
+    return QRectF(rect.minX() * units, (m_canvas.size.height - rect.maxY()) * units,
+                  rect.width() * units, rect.height() * units)
+        .toRect();
+}
+
+void OverlayView::setToolbarFrame(QWidget &toolbar, const Rect<Canvas> &frame)
+{
+    m_toolbarFrame = frame;
+    toolbar.setGeometry(widgetRect(frame));
 }
 
 } // namespace lumacap

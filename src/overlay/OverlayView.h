@@ -6,6 +6,7 @@
 #include "overlay/OverlayScene.h"
 
 #include <QImage>
+#include <QPointer>
 #include <QTimer>
 #include <QWidget>
 
@@ -15,14 +16,16 @@
 
 namespace lumacap {
 
+class AnnotationTextField;
+class MagnifierAnnotation;
 class PreferencesStorage;
 
 /// How far the placing of a loupe has come.
 enum class MagnifierPhase { Idle, DraggingSource, PositioningLoupe };
 
-/// The frozen screen, on which a window is picked or an area dragged out. What is chosen is kept in
-/// the store. Everything is drawn in device pixels into a picture of its own, of which the widget
-/// shows what changed.
+/// The frozen screen, on which a window is picked or an area dragged out, and marks are drawn. What
+/// is chosen and what is finished is kept in the store. Everything is drawn in device pixels into a
+/// picture of its own, of which the widget shows what changed.
 class OverlayView final : public QWidget {
     Q_OBJECT
 
@@ -41,8 +44,18 @@ public:
     /// Ends the crawling of the line, for good.
     void invalidateAnimationTimer();
 
-    /// What the view shows now, in device pixels.
+    /// All that is to be seen now. It borrows the marks, of the store and of the view.
+    OverlayScene scene() const;
+
+    /// What the view shows now, in device pixels, without its child widgets.
     const QImage &picture() const { return m_picture; }
+
+    /// Widget units for one canvas point: 1 unless the toolkit's scale is no whole number.
+    double unitsAPoint() const { return m_canvas.scale / devicePixelRatio(); }
+
+    /// Lays `toolbar`, a child, over `frame`: what happens there is left to it.
+    void setToolbarFrame(QWidget &toolbar, const Rect<Canvas> &frame);
+    const Rect<Canvas> &toolbarFrame() const { return m_toolbarFrame; }
 
 protected:
     void paintEvent(QPaintEvent *event) override;
@@ -60,6 +73,9 @@ private:
     void mouseMoved(Point<Canvas> location);
 
     // The selection tool.
+    void selectionDown(Point<Canvas> location);
+    void selectionDragged(Point<Canvas> location);
+    void selectionUp(Point<Canvas> location);
     bool selectDraggedArea();
     bool selectWindowAt(Point<Canvas> location);
     void endSelectionGesture();
@@ -69,15 +85,39 @@ private:
     Rect<Global> fromQuartzRect(const Rect<TopLeftGlobal> &rect) const;
     Rect<Canvas> viewRect(const DetectedWindow &window) const;
 
+    // The tools that draw.
     void useTool(AnnotationTool tool);
-    OverlayScene scene() const;
+    void editingDown(Point<Canvas> location);
+    void editingDragged(Point<Canvas> location);
+    void editingUp();
+    void begin(std::unique_ptr<Annotation> annotation);
+    void inProgressChanged(DrawnAreas where);
+    void dropInProgress();
+    void addInProgress();
+    void addNumberedPoint(Point<Canvas> location);
+
+    // The loupe, which is placed in two steps.
+    MagnifierAnnotation *loupeInProgress() const;
+    void magnifierDown(Point<Canvas> location);
+    void magnifierDragged(MagnifierAnnotation &loupe, Point<Canvas> location);
+    void magnifierUp(MagnifierAnnotation &loupe);
+    void endPlacing();
+
+    // The text that is being typed.
+    void beginTextEditing(Point<Canvas> location);
+    void commitTextField(AnnotationTextField &field);
+    void removeTextField();
+
+    void cancelOperation();
+
     std::optional<OverlayLabel> label() const;
     void redisplay();
-    void redisplayAnnotations();
+    void annotationsChanged();
     void runAnimation();
     void advanceAnts();
 
     Point<Canvas> viewLocation(QPointF widgetPoint) const;
+    QRect widgetRect(const Rect<Canvas> &rect) const;
 
     WindowDetector m_windowDetector;
     std::int32_t m_myPID;
@@ -92,14 +132,17 @@ private:
     bool m_isDragging = false;
     std::optional<DetectedWindow> m_highlightedWindow;
     std::unique_ptr<Annotation> m_inProgressAnnotation;
+    std::optional<AnnotationInProgress> m_drawnInProgress; ///< the same, as it is shown
+    QPointer<AnnotationTextField> m_activeTextField;
     MagnifierPhase m_magnifierPhase = MagnifierPhase::Idle;
     std::optional<Size> m_magnifierDragOffset;
     std::optional<Point<Canvas>> m_cursorPosition;
     bool m_showGuideLines = false;
     double m_marchingAntsPhase = 0;
-    std::uint64_t m_annotationsRevision = 0;
+    QList<DrawnAnnotation> m_drawnAnnotations; ///< the store's, as they are shown
     QTimer m_animationTimer;
     bool m_isAnimationOver = false;
+    Rect<Canvas> m_toolbarFrame;
     OverlayScene m_shown;
     QImage m_picture;
 };

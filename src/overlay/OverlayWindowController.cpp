@@ -4,6 +4,7 @@
 #include "annotation/AnnotationStore.h"
 #include "capture/CaptureEngine.h"
 #include "overlay/KeyableWindow.h"
+#include "overlay/OverlayKeys.h"
 #include "overlay/OverlayView.h"
 #include "platform/OverlaySurface.h"
 #include "platform/Screens.h"
@@ -125,8 +126,7 @@ void OverlayWindowController::presentOverlay(const QImage &frozenImage, const Sc
 bool OverlayWindowController::eventFilter(QObject *watched, QEvent *event)
 {
     if (event->type() == QEvent::KeyPress) {
-        const int key = static_cast<const QKeyEvent *>(event)->key();
-        if (key == Qt::Key_Return || key == Qt::Key_Enter) {
+        if (isConfirmation(*static_cast<const QKeyEvent *>(event))) {
             handleConfirm();
             return true;
         }

@@ -155,15 +155,15 @@ TEST(OverlayPainting, labelIsWhiteOnADarkGround)
 TEST(OverlayPainting, annotationsLieOverEverythingAndTheOneInProgressOnTop)
 {
     const Overlay overlay(1);
-    std::vector<std::unique_ptr<Annotation>> annotations;
-    annotations.push_back(
-        std::make_unique<RectAnnotation>(Qt::red, 6, Rect<Canvas>{{40, 30}, {60, 50}}));
+    const RectAnnotation mark(Qt::red, 6, {{40, 30}, {60, 50}});
     const RectAnnotation inProgress(Qt::green, 6, {{100, 80}, {30, 20}});
 
-    const QImage picture = overlay.shown({.outline = Rect<Canvas>{{40, 30}, {60, 50}},
-                                          .pointer = Point<Canvas>{60, 30},
-                                          .annotations = annotations,
-                                          .inProgress = &inProgress});
+    const QImage picture =
+        overlay.shown({.outline = Rect<Canvas>{{40, 30}, {60, 50}},
+                       .pointer = Point<Canvas>{60, 30},
+                       .annotations = {{&mark, mark.id(), mark.drawnAreas()}},
+                       .inProgress = AnnotationInProgress{
+                           &inProgress, inProgress.id(), inProgress.drawnAreas(), 0, {}}});
 
     EXPECT_EQ(picture.pixel(68, 90), QColor(Qt::red).rgb()) << "over the cross and the line";
     EXPECT_EQ(picture.pixel(101, 41), QColor(Qt::green).rgb()) << "over the other's corner";

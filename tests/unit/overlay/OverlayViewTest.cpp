@@ -1,26 +1,13 @@
-#include "overlay/OverlayView.h"
-
-#include "AnnotationPictures.h"
-#include "Pointer.h"
+#include "OverlayViewFixture.h"
 #include "annotation/shapes/RectAnnotation.h"
-#include "fakes/FakeDefaultsStore.h"
-#include "fakes/FakeLoginItem.h"
-#include "fakes/FakeWindowList.h"
-#include "overlay/OverlayPainting.h"
-#include "preferences/storage/PreferencesStorage.h"
 
-#include <QCoroTask>
 #include <QPushButton>
 #include <QTest>
-
-#include <gmock/gmock.h>
 
 using namespace Qt::StringLiterals;
 
 namespace lumacap::tests {
 namespace {
-
-constexpr CapturedScreen screen{{{0, 0}, {400, 300}}, 1, {400, 300}, 300};
 
 WindowRecord window(const QString &owner, const Rect<TopLeftGlobal> &bounds,
                     std::int64_t owningProcess = 77)
@@ -33,45 +20,7 @@ WindowRecord window(const QString &owner, const Rect<TopLeftGlobal> &bounds,
             .windowName = std::nullopt};
 }
 
-class OverlayViewTest : public testing::Test {
-protected:
-    OverlayViewTest()
-    {
-        QCoro::waitFor(m_windows.prepare());
-        m_store.confirmCallback = m_confirm.AsStdFunction();
-        m_store.cancelCallback = m_cancel.AsStdFunction();
-        show(screen);
-    }
-
-    void show(const CapturedScreen &captured)
-    {
-        m_frozen = screenOfDistinctPixels(captured.pixelSize);
-        m_view =
-            std::make_unique<OverlayView>(m_windows, m_preferences, captured, m_frozen, m_store);
-        m_view->resize(captured.pixelSize);
-        m_pointer = std::make_unique<Pointer>(*m_view);
-    }
-
-    /// What the view shows is what it would show if all were drawn anew.
-    void expectFullRepaint(const OverlayScene &scene) const
-    {
-        QImage whole(m_frozen.size(), QImage::Format_ARGB32_Premultiplied);
-        paintOverlay(whole, m_frozen, dimmed(m_frozen), scene, {screen.bounds().size, 1},
-                     whole.rect());
-        EXPECT_EQ(m_view->picture(), whole);
-    }
-
-    FakeDefaultsStore m_defaults;
-    FakeLoginItem m_loginItem;
-    PreferencesStorage m_preferences{m_defaults, m_loginItem};
-    FakeWindowList m_windows;
-    testing::NiceMock<testing::MockFunction<void()>> m_confirm;
-    testing::NiceMock<testing::MockFunction<void()>> m_cancel;
-    AnnotationStore m_store{m_preferences};
-    QImage m_frozen;
-    std::unique_ptr<OverlayView> m_view;
-    std::unique_ptr<Pointer> m_pointer;
-};
+using OverlayViewTest = OverlayViewFixture;
 
 TEST_F(OverlayViewTest, beforeAnythingIsPointedAtTheWholeScreenIsDimmed)
 {
@@ -339,6 +288,34 @@ TEST_F(OverlayViewTest, escapeCancels)
     EXPECT_CALL(m_confirm, Call).Times(0);
 
     m_pointer->key(Qt::Key_Escape);
+}
+
+TEST_F(OverlayViewTest, aDragIntoTheLastColumnAndRowReachesTheEdges)
+{
+    m_pointer->drag(100, 80, 399, 1); // of 400 columns, and of 300 rows counted from below
+
+    EXPECT_EQ(m_store.selectedViewRect, (Rect<Canvas>{{100, 0}, {300, 80}}));
+
+    m_pointer->drag(0, 300, 399, 1);
+    EXPECT_EQ(m_store.selectedViewRect, (Rect<Canvas>{{0, 0}, {400, 300}}));
+}
+
+TEST_F(OverlayViewTest, aDragFromTheCornerReachesTheEdgesToo)
+{
+    m_pointer->drag(399, 1, 100, 80);
+
+    EXPECT_EQ(m_store.selectedViewRect, (Rect<Canvas>{{100, 0}, {300, 80}}));
+}
+
+TEST_F(OverlayViewTest, aClickWhoseMotionTheToolkitDroppedTakesTheWindowUnderIt)
+{
+    m_windows.all = {window(u"Editor"_s, {{50, 40}, {100, 80}}),
+                     window(u"Browser"_s, {{200, 40}, {100, 80}})};
+    m_pointer->move(60, 250);
+
+    m_pointer->click(210, 250);
+
+    EXPECT_EQ(m_store.sourceAppName, u"Browser"_s);
 }
 
 TEST_F(OverlayViewTest, addingAnAnnotationToTheStoreShowsIt)

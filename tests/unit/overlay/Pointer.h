@@ -39,9 +39,10 @@ public:
         move(toX, toY);
         release(toX, toY);
     }
-    void key(Qt::Key key)
+    /// `scanCode` as X numbers keys; 0 for a key without a place.
+    void key(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier, quint32 scanCode = 0)
     {
-        QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier);
+        QKeyEvent event(QEvent::KeyPress, key, modifiers, scanCode, 0, 0);
         QCoreApplication::sendEvent(&m_widget, &event);
     }
 

@@ -1,6 +1,8 @@
 #include "overlay/OverlayPainting.h"
 
 #include "AnnotationPictures.h"
+#include "annotation/shapes/FreehandAnnotation.h"
+#include "annotation/shapes/RectAnnotation.h"
 
 #include <gtest/gtest.h>
 
@@ -95,8 +97,10 @@ TEST_P(RepaintTest, ofWhatChangedEqualsAFullRepaint)
         Scenes scenes(seed);
         const auto kinds = oneOfEachKind({{60, 40}, {90, 70}});
         OverlayScene shown;
-        if (seed % 3 == 0)
-            shown.annotations = kinds;
+        if (seed % 3 == 0) {
+            for (const auto &mark : kinds)
+                shown.annotations.append({mark.get(), mark->id(), mark->drawnAreas()});
+        }
         QImage picture(frozen.size(), QImage::Format_ARGB32_Premultiplied);
         paintOverlay(picture, frozen, veil, shown, canvas, picture.rect());
         for (int event = 0; event < 60; ++event) {
@@ -164,12 +168,32 @@ TEST(ChangedPixels, ofAnOutlineOutsideTheScreenAreNone)
     EXPECT_TRUE(changedPixels({}, after, fourK).isEmpty());
 }
 
-TEST(ChangedPixels, ofAnnotationsAreAll)
+TEST(ChangedPixels, ofAMarkThatComesOrGoesAreItsOwn)
 {
-    OverlayScene after;
-    after.annotationsRevision = 1;
+    const RectAnnotation mark(Qt::red, 4, {{100, 100}, {3000, 1500}});
+    OverlayScene with;
+    with.annotations.append({&mark, mark.id(), mark.drawnAreas()});
 
-    EXPECT_EQ(changedPixels({}, after, fourK), QRegion(0, 0, 3840, 2160));
+    const QRegion come = changedPixels({}, with, fourK);
+    EXPECT_EQ(changedPixels(with, {}, fourK), come);
+    EXPECT_TRUE(come.contains(QPoint(100, 2160 - 100)));
+    EXPECT_LT(areaOf(come), fourKPixels / 80);
+    EXPECT_TRUE(changedPixels(with, OverlayScene(with), fourK).isEmpty());
+}
+
+TEST(ChangedPixels, ofAScribbleThatGrowsAreItsNewestStretch)
+{
+    FreehandAnnotation scribble(Qt::red, 4, {{10, 10}, {3800, 2100}});
+    OverlayScene before;
+    before.inProgress = {&scribble, scribble.id(), scribble.drawnAreas(), 7, {}};
+    OverlayScene after = before;
+    after.inProgress->revision = 8;
+    after.inProgress->lastChange = scribble.dragTo({3790, 2050});
+    after.inProgress->areas = scribble.drawnAreas();
+
+    EXPECT_LT(areaOf(changedPixels(before, after, fourK)), 3000);
+    before.inProgress->revision = 6; // a change between was not shown
+    EXPECT_GT(areaOf(changedPixels(before, after, fourK)), 100'000);
 }
 
 } // namespace
