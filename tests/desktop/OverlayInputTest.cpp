@@ -1,6 +1,6 @@
 #include "CoveredScreen.h"
-#include "harness/ClientWindow.h"
 #include "harness/OpenMenu.h"
+#include "harness/PlainWindow.h"
 #include "harness/Rest.h"
 #include "harness/WaitFor.h"
 #include "harness/XConnection.h"
@@ -22,7 +22,7 @@ struct OverlayInputTest : CoveredScreenTest { };
 TEST_F(OverlayInputTest, hasTheKeyboardAtOnce)
 {
     start(sideBySide());
-    const ClientWindow other(display, {100, 100, 100, 100});
+    const auto other = PlainWindow::shown(display, {100, 100, 100, 100});
     other.takeFocus();
     const Process &process = coverRight();
     press(u"Return"_s);
@@ -38,7 +38,7 @@ TEST_F(OverlayInputTest, keepsTheKeyboardWhenAnotherWindowTakesTheFocus)
 {
     start(sideBySide());
     const Process &process = coverRight();
-    const ClientWindow other(display, {100, 100, 100, 100});
+    const auto other = PlainWindow::shown(display, {100, 100, 100, 100});
     other.takeFocus();
     press(u"Escape"_s);
     EXPECT_TRUE(says(process, "uncovered"));
@@ -61,8 +61,8 @@ struct OverlayFocusTest : OverlayInputTest, testing::WithParamInterface<WindowMa
 TEST_P(OverlayFocusTest, goesBackToTheWindowThatHadIt)
 {
     start(sideBySide(GetParam()));
-    const ClientWindow earlier(display, {100, 100, 100, 100});
-    const ClientWindow later(display, {300, 100, 100, 100});
+    const auto earlier = PlainWindow::shown(display, {100, 100, 100, 100});
+    const auto later = PlainWindow::shown(display, {300, 100, 100, 100});
     later.takeFocus();
     earlier.takeFocus();
     const Process &process = coverRight();
@@ -76,7 +76,7 @@ TEST_P(OverlayFocusTest, goesBackToTheWindowThatHadIt)
 TEST_P(OverlayFocusTest, goesBackWhenTheWidgetIsDestroyed)
 {
     start(sideBySide(GetParam()));
-    const ClientWindow earlier(display, {100, 100, 100, 100});
+    const auto earlier = PlainWindow::shown(display, {100, 100, 100, 100});
     earlier.takeFocus();
     const Process &process = coverRight(u"destroy"_s);
     press(u"Escape"_s);
@@ -88,7 +88,7 @@ TEST_P(OverlayFocusTest, goesBackWhenTheWidgetIsDestroyed)
 TEST_P(OverlayFocusTest, goesToTheNextWidgetAfterOneThatWasDestroyed)
 {
     start(sideBySide(GetParam()));
-    const ClientWindow earlier(display, {100, 100, 100, 100});
+    const auto earlier = PlainWindow::shown(display, {100, 100, 100, 100});
     earlier.takeFocus();
     const Process &process = coverRight(u"replace"_s);
     press(u"Escape"_s);
@@ -104,7 +104,7 @@ TEST_P(OverlayFocusTest, goesToTheNextWidgetAfterOneThatWasDestroyed)
 TEST_P(OverlayFocusTest, isNotGivenToAWindowThatHasGone)
 {
     start(sideBySide(GetParam()));
-    const ClientWindow earlier(display, {100, 100, 100, 100});
+    const auto earlier = PlainWindow::shown(display, {100, 100, 100, 100});
     earlier.takeFocus();
     const Process &process = coverRight();
     earlier.hide();
@@ -182,7 +182,7 @@ TEST_F(OverlayInputTest, isServedByThePointerAloneWhereTheKeyboardIsHeld)
 TEST_F(OverlayInputTest, isUncoveredThoughAnotherProgramNeverLetsGoOfTheInput)
 {
     start(outputs());
-    const ClientWindow earlier(display, {100, 100, 100, 100});
+    const auto earlier = PlainWindow::shown(display, {100, 100, 100, 100});
     earlier.takeFocus();
     OpenMenu menu(display, menuArea);
     const Process &process = coverRight();

@@ -1,6 +1,6 @@
 #include "CoveredScreen.h"
-#include "harness/ClientWindow.h"
 #include "harness/PaintedScreen.h"
+#include "harness/PlainWindow.h"
 #include "harness/ShownPicture.h"
 #include "harness/WaitFor.h"
 #include "harness/XConnection.h"
@@ -51,11 +51,13 @@ TEST_F(OverlaySurfaceTest, isAboveDocksAndFullScreenWindows)
 {
     for (const auto windowManager : {WindowManager::Openbox, WindowManager::Xfwm4}) {
         start(sideBySide(windowManager));
-        const ClientWindow dock(display, {0, 0, 640, 30}, WindowKind::Dock);
-        const ClientWindow fullScreen(display, {100, 100, 200, 100}, WindowKind::FullScreen);
-        ASSERT_TRUE(waitFor([this] {
-            return shownOn(display, {600, 450, 1, 1}).pixel(0, 0) == 0xff306090; // it has grown
-        }));
+        const PlainWindow dock(display, {0, 0, 640, 30});
+        dock.setAtoms("_NET_WM_WINDOW_TYPE", {"_NET_WM_WINDOW_TYPE_DOCK"});
+        dock.show();
+        const PlainWindow fullScreen(display, {100, 100, 200, 100});
+        fullScreen.setAtoms("_NET_WM_STATE", {"_NET_WM_STATE_FULLSCREEN"});
+        fullScreen.show();
+        ASSERT_TRUE(waitFor([&fullScreen] { return fullScreen.outermostFrame() == leftMonitor; }));
         run(u"cover"_s, 0);
         requireShown(leftMonitor);
     }
@@ -72,7 +74,7 @@ TEST_F(OverlaySurfaceTest, givesItsChildrenTheirEvents)
 TEST_F(OverlaySurfaceTest, leavesNothingBehindHoweverOften)
 {
     start(sideBySide());
-    const ClientWindow earlier(display, {100, 100, 100, 100});
+    const auto earlier = PlainWindow::shown(display, {100, 100, 100, 100});
     earlier.takeFocus();
     const XConnection connection(display);
     const auto windows = [&connection] {

@@ -30,6 +30,13 @@ PlainWindow::PlainWindow(const QByteArray &display, const QRect &area, Placement
     m_connection.finish();
 }
 
+PlainWindow PlainWindow::shown(const QByteArray &display, const QRect &area)
+{
+    PlainWindow window(display, area);
+    window.show();
+    return window;
+}
+
 void PlainWindow::setText(const char *property, const char *type, const QByteArray &text) const
 {
     xcb_change_property(m_connection.raw(), XCB_PROP_MODE_REPLACE, m_id,
@@ -72,9 +79,28 @@ void PlainWindow::show() const
 
 bool PlainWindow::isOnScreen() const
 {
-    const XReply<xcb_get_window_attributes_reply_t> attributes(xcb_get_window_attributes_reply(
-        m_connection.raw(), xcb_get_window_attributes(m_connection.raw(), m_id), nullptr));
-    return attributes && attributes->map_state == XCB_MAP_STATE_VIEWABLE;
+    return m_connection.isViewable(m_id);
+}
+
+void PlainWindow::hide() const
+{
+    xcb_unmap_window(m_connection.raw(), m_id);
+    m_connection.finish();
+}
+
+void PlainWindow::takeFocus() const
+{
+    require("the focus", [this] {
+        xcb_set_input_focus(m_connection.raw(), XCB_INPUT_FOCUS_PARENT, m_id, XCB_CURRENT_TIME);
+        return hasFocus();
+    });
+}
+
+bool PlainWindow::hasFocus() const
+{
+    const XReply<xcb_get_input_focus_reply_t> focus(xcb_get_input_focus_reply(
+        m_connection.raw(), xcb_get_input_focus(m_connection.raw()), nullptr));
+    return focus && focus->focus == m_id;
 }
 
 void PlainWindow::raise() const

@@ -16,13 +16,16 @@ enum class Placement {
     ByItself, ///< as menus are
 };
 
-/// A window of a test's own, by a connection of its own, with the properties the test gives it.
+/// Another program's window: white, by a connection of its own, with the properties the test gives
+/// it.
 class PlainWindow {
 public:
     /// Makes it over `area` (root pixels), not yet shown; as a child of `parent` where one is
     /// given. Its place is one the user chose, which window managers keep.
     PlainWindow(const QByteArray &display, const QRect &area,
                 Placement placement = Placement::ByManager, std::uint32_t parent = 0);
+    /// One that is on the screen, where its manager puts it.
+    static PlainWindow shown(const QByteArray &display, const QRect &area);
 
     std::uint32_t id() const { return m_id; }
     const XConnection &connection() const { return m_connection; }
@@ -38,6 +41,10 @@ public:
     /// Puts it on the screen and waits until it is there.
     void show() const;
     bool isOnScreen() const;
+    void hide() const;
+    /// Takes the keyboard's focus, and waits until it has it.
+    void takeFocus() const;
+    bool hasFocus() const;
     /// Puts it above the others, without the help of a window manager.
     void raise() const;
     void place(const QRect &area) const;
