@@ -45,15 +45,29 @@ TEST_F(OverlayInputTest, keepsTheKeyboardWhenAnotherWindowTakesTheFocus)
     EXPECT_TRUE(other.hasFocus()); // it was not there before; whoever has it now keeps it
 }
 
-TEST_F(OverlayInputTest, hasThePointerOnEveryMonitor)
+TEST_F(OverlayInputTest, keepsADragThatLeadsToTheOtherMonitor)
 {
     start(sideBySide());
+    auto other = PlainWindow::shown(display, {0, 0, 200, 200});
+    other.listen();
+    const Process &process = coverRight();
+    xdotool({u"mousemove"_s, u"740"_s, u"300"_s, u"mousedown"_s, u"1"_s, u"mousemove"_s, u"40"_s,
+             u"50"_s});
+    EXPECT_TRUE(says(process, "press 100 200"));
+    EXPECT_TRUE(says(process, "moved -600 -50"));
+    xdotool({u"mouseup"_s, u"1"_s});
+    EXPECT_TRUE(says(process, "release -600 -50"));
+    EXPECT_EQ(other.buttonPresses(), 0);
+}
+
+TEST_F(OverlayInputTest, hasThePointerThatWasOnTheOtherMonitor)
+{
+    start(sideBySide());
+    xdotool({u"mousemove"_s, u"40"_s, u"50"_s});
     const Process &process = coverRight();
     click({740, 300});
     EXPECT_TRUE(says(process, "press 100 200"));
     EXPECT_TRUE(says(process, "release 100 200"));
-    click({40, 50});
-    EXPECT_TRUE(says(process, "press -600 -50"));
 }
 
 struct OverlayFocusTest : OverlayInputTest, testing::WithParamInterface<WindowManager> { };
@@ -114,6 +128,21 @@ TEST_P(OverlayFocusTest, isNotGivenToAWindowThatHasGone)
     EXPECT_EQ(process.errors(), QByteArray());
 }
 
+TEST_P(OverlayFocusTest, isNotNeededForKeysWhenTheOtherMonitorIsClicked)
+{
+    start(sideBySide(GetParam()));
+    auto other = PlainWindow::shown(display, {100, 100, 100, 100});
+    other.listen();
+    const Process &process = coverRight();
+    click({150, 150});
+    EXPECT_TRUE(waitFor([&] { return other.buttonPresses() == 1; }));
+    EXPECT_TRUE(GetParam() == WindowManager::Nobody || waitFor([&] { return other.hasFocus(); }));
+    press(u"a"_s);
+    EXPECT_TRUE(says(process, "key A"));
+    EXPECT_EQ(other.keyEvents(), 0);
+    EXPECT_FALSE(process.output().contains("press"));
+}
+
 std::string nameOf(WindowManager windowManager)
 {
     constexpr std::array names{"nobody", "openbox", "xfwm4"};
@@ -160,23 +189,56 @@ TEST_F(OverlayInputTest, aMenuThatStaysOpenForLongGivesPointerAndKeyboardToTheOv
     EXPECT_TRUE(says(process, "uncovered"));
 }
 
+/// Holds the keyboard alone.
+class KeyboardHolder {
+public:
+    explicit KeyboardHolder(const QByteArray &display)
+        : m_connection(display)
+    {
+        auto *const raw = m_connection.raw();
+        const XReply<xcb_grab_keyboard_reply_t> keyboard(
+            xcb_grab_keyboard_reply(raw,
+                                    xcb_grab_keyboard(raw, 0, m_connection.root(), XCB_CURRENT_TIME,
+                                                      XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC),
+                                    nullptr));
+        EXPECT_EQ(keyboard->status, XCB_GRAB_STATUS_SUCCESS);
+    }
+
+    void letGo() const
+    {
+        xcb_ungrab_keyboard(m_connection.raw(), XCB_CURRENT_TIME);
+        m_connection.finish();
+    }
+
+private:
+    XConnection m_connection;
+};
+
 TEST_F(OverlayInputTest, isServedByThePointerAloneWhereTheKeyboardIsHeld)
 {
     start(sideBySide());
-    const XConnection holder(display);
-    const XReply<xcb_grab_keyboard_reply_t> keyboard(
-        xcb_grab_keyboard_reply(holder.raw(),
-                                xcb_grab_keyboard(holder.raw(), 0, holder.root(), XCB_CURRENT_TIME,
-                                                  XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC),
-                                nullptr));
-    ASSERT_EQ(keyboard->status, XCB_GRAB_STATUS_SUCCESS);
+    const KeyboardHolder holder(display);
     const Process &process = coverRight();
     click({740, 300});
     EXPECT_TRUE(says(process, "press 100 200"));
     outlastTheKeyboardLimit();
     const auto before = wakeUps(process.pid());
     outlastTheKeyboardLimit();
-    EXPECT_LT(wakeUps(process.pid()) - before, 20); // it no longer asks, fifty times a second
+    EXPECT_LT(wakeUps(process.pid()) - before, 100); // it no longer asks fifty times a second
+}
+
+TEST_F(OverlayInputTest, hasTheKeyboardHoweverLateItIsLetGo)
+{
+    start(sideBySide());
+    const KeyboardHolder holder(display);
+    const Process &process = coverRight();
+    outlastTheKeyboardLimit();
+    const auto other = PlainWindow::shown(display, {100, 100, 100, 100});
+    other.takeFocus();
+    holder.letGo();
+    ASSERT_TRUE(waitFor([this] { return !isInputFree(display); }));
+    press(u"Escape"_s);
+    EXPECT_TRUE(says(process, "uncovered"));
 }
 
 TEST_F(OverlayInputTest, isUncoveredThoughAnotherProgramNeverLetsGoOfTheInput)

@@ -1,6 +1,6 @@
 #include "platform/x11/X11OverlaySurface.h"
 
-#include "platform/x11/InputGrab.h"
+#include "platform/x11/KeyboardGrab.h"
 #include "platform/x11/MonitorWatch.h"
 #include "platform/x11/Monitors.h"
 #include "platform/xcb/Connection.h"
@@ -87,7 +87,7 @@ void X11OverlaySurface::cover(QWidget &widget, const Screen &screen,
     show(*frame, *toolkitScreen);
     xcb_set_input_focus(toolkitConnection(), XCB_INPUT_FOCUS_POINTER_ROOT, m_window,
                         XCB_CURRENT_TIME);
-    m_grab = std::make_unique<InputGrab>(toolkitConnection(), *widget.windowHandle());
+    m_keyboardGrab = std::make_unique<KeyboardGrab>(*widget.windowHandle());
     xcb_flush(toolkitConnection());
 }
 
@@ -121,7 +121,7 @@ void X11OverlaySurface::end()
     m_watch.reset();
     if (const auto earlier = std::exchange(m_earlierFocus, std::nullopt))
         giveFocusBack(m_connection, *earlier, m_window);
-    m_grab.reset();
+    m_keyboardGrab.reset();
     if (!m_widget)
         return;
     QObject::disconnect(m_widget, nullptr, &m_context, nullptr);

@@ -17,7 +17,7 @@ class Connection;
 
 namespace lumacap::x11 {
 
-class InputGrab;
+class KeyboardGrab;
 class MonitorWatch;
 
 /// Windows that no window manager looks after, in a process whose toolkit draws on the same X
@@ -41,7 +41,7 @@ private:
     QPointer<QWidget> m_widget;
     std::uint32_t m_window = 0;
     std::optional<InputFocus> m_earlierFocus;
-    std::unique_ptr<InputGrab> m_grab;
+    std::unique_ptr<KeyboardGrab> m_keyboardGrab;
     std::unique_ptr<MonitorWatch> m_watch;
     std::function<void()> m_onScreenChanged;
     int m_coverings = 0;

@@ -103,6 +103,36 @@ bool PlainWindow::hasFocus() const
     return focus && focus->focus == m_id;
 }
 
+void PlainWindow::listen() const
+{
+    const std::uint32_t events =
+        XCB_EVENT_MASK_BUTTON_PRESS | XCB_EVENT_MASK_KEY_PRESS | XCB_EVENT_MASK_KEY_RELEASE;
+    xcb_change_window_attributes(m_connection.raw(), m_id, XCB_CW_EVENT_MASK, &events);
+    m_connection.finish();
+}
+
+int PlainWindow::buttonPresses()
+{
+    countEvents();
+    return m_buttonPresses;
+}
+
+int PlainWindow::keyEvents()
+{
+    countEvents();
+    return m_keyEvents;
+}
+
+void PlainWindow::countEvents()
+{
+    m_connection.finish();
+    while (const XReply<xcb_generic_event_t> event{xcb_poll_for_event(m_connection.raw())}) {
+        const auto type = event->response_type;
+        m_buttonPresses += type == XCB_BUTTON_PRESS ? 1 : 0;
+        m_keyEvents += type == XCB_KEY_PRESS || type == XCB_KEY_RELEASE ? 1 : 0;
+    }
+}
+
 void PlainWindow::raise() const
 {
     const std::uint32_t above = XCB_STACK_MODE_ABOVE;

@@ -5,7 +5,6 @@
 #include <QRect>
 
 #include <cstdint>
-#include <optional>
 #include <vector>
 
 namespace lumacap::harness {
@@ -45,6 +44,11 @@ public:
     /// Takes the keyboard's focus, and waits until it has it.
     void takeFocus() const;
     bool hasFocus() const;
+    /// From now on it wants keys and presses of the pointer's buttons, and counts them.
+    void listen() const;
+    /// Presses of buttons, and both presses and releases of keys, since `listen`.
+    int buttonPresses();
+    int keyEvents();
     /// Puts it above the others, without the help of a window manager.
     void raise() const;
     void place(const QRect &area) const;
@@ -62,9 +66,12 @@ public:
 private:
     void send(std::uint32_t about, const char *message,
               const std::vector<std::uint32_t> &data) const;
+    void countEvents();
 
     XConnection m_connection;
     std::uint32_t m_id = 0;
+    int m_buttonPresses = 0;
+    int m_keyEvents = 0;
 };
 
 } // namespace lumacap::harness
