@@ -7,9 +7,6 @@
 
 #include <gtest/gtest.h>
 
-#include <array>
-#include <string>
-
 #include <xcb/xcb.h>
 
 namespace lumacap::harness {
@@ -69,90 +66,6 @@ TEST_F(OverlayInputTest, hasThePointerThatWasOnTheOtherMonitor)
     EXPECT_TRUE(says(process, "press 100 200"));
     EXPECT_TRUE(says(process, "release 100 200"));
 }
-
-struct OverlayFocusTest : OverlayInputTest, testing::WithParamInterface<WindowManager> { };
-
-TEST_P(OverlayFocusTest, goesBackToTheWindowThatHadIt)
-{
-    start(sideBySide(GetParam()));
-    const auto earlier = PlainWindow::shown(display, {100, 100, 100, 100});
-    const auto later = PlainWindow::shown(display, {300, 100, 100, 100});
-    later.takeFocus();
-    earlier.takeFocus();
-    const Process &process = coverRight();
-    ASSERT_FALSE(earlier.hasFocus());
-    press(u"Escape"_s);
-    ASSERT_TRUE(says(process, "uncovered"));
-    EXPECT_TRUE(waitFor([&] { return earlier.hasFocus() && !isCovered(display); }));
-    EXPECT_TRUE(isInputFree(display));
-}
-
-TEST_P(OverlayFocusTest, goesBackWhenTheWidgetIsDestroyed)
-{
-    start(sideBySide(GetParam()));
-    const auto earlier = PlainWindow::shown(display, {100, 100, 100, 100});
-    earlier.takeFocus();
-    const Process &process = coverRight(u"destroy"_s);
-    press(u"Escape"_s);
-    ASSERT_TRUE(says(process, "destroyed"));
-    EXPECT_TRUE(waitFor([&] { return earlier.hasFocus() && !isCovered(display); }));
-    EXPECT_TRUE(isInputFree(display));
-}
-
-TEST_P(OverlayFocusTest, goesToTheNextWidgetAfterOneThatWasDestroyed)
-{
-    start(sideBySide(GetParam()));
-    const auto earlier = PlainWindow::shown(display, {100, 100, 100, 100});
-    earlier.takeFocus();
-    const Process &process = coverRight(u"replace"_s);
-    press(u"Escape"_s);
-    ASSERT_TRUE(waitFor([&] { return process.output().count("covered\n") == 2; }));
-    click({740, 300});
-    EXPECT_TRUE(says(process, "press 100 200"));
-    press(u"Escape"_s);
-    ASSERT_TRUE(says(process, "uncovered"));
-    EXPECT_TRUE(waitFor([&] { return earlier.hasFocus() && !isCovered(display); }));
-    EXPECT_TRUE(isInputFree(display));
-}
-
-TEST_P(OverlayFocusTest, isNotGivenToAWindowThatHasGone)
-{
-    start(sideBySide(GetParam()));
-    const auto earlier = PlainWindow::shown(display, {100, 100, 100, 100});
-    earlier.takeFocus();
-    const Process &process = coverRight();
-    earlier.hide();
-    press(u"Escape"_s);
-    ASSERT_TRUE(says(process, "uncovered"));
-    EXPECT_TRUE(isInputFree(display));
-    EXPECT_EQ(process.errors(), QByteArray());
-}
-
-TEST_P(OverlayFocusTest, isNotNeededForKeysWhenTheOtherMonitorIsClicked)
-{
-    start(sideBySide(GetParam()));
-    auto other = PlainWindow::shown(display, {100, 100, 100, 100});
-    other.listen();
-    const Process &process = coverRight();
-    click({150, 150});
-    EXPECT_TRUE(waitFor([&] { return other.buttonPresses() == 1; }));
-    EXPECT_TRUE(GetParam() == WindowManager::Nobody || waitFor([&] { return other.hasFocus(); }));
-    press(u"a"_s);
-    EXPECT_TRUE(says(process, "key A"));
-    EXPECT_EQ(other.keyEvents(), 0);
-    EXPECT_FALSE(process.output().contains("press"));
-}
-
-std::string nameOf(WindowManager windowManager)
-{
-    constexpr std::array names{"nobody", "openbox", "xfwm4"};
-    return names.at(static_cast<std::size_t>(windowManager));
-}
-
-INSTANTIATE_TEST_SUITE_P(WindowManagers, OverlayFocusTest,
-                         testing::Values(WindowManager::Nobody, WindowManager::Openbox,
-                                         WindowManager::Xfwm4),
-                         [](const auto &instance) { return nameOf(instance.param); });
 
 const QRect menuArea{700, 200, 150, 200};
 
