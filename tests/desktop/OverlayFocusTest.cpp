@@ -58,6 +58,22 @@ TEST_P(OverlayFocusTest, goesToTheNextWidgetAfterOneThatWasDestroyed)
     EXPECT_TRUE(isInputFree(display));
 }
 
+TEST_P(OverlayFocusTest, isTakenByAPressAndGoesBackToWhoeverHadItLast)
+{
+    start(sideBySide(GetParam()));
+    const auto earlier = PlainWindow::shown(display, {100, 100, 100, 100});
+    earlier.takeFocus();
+    const Process &process = coverRight();
+    const auto later = PlainWindow::shown(display, {300, 100, 100, 100});
+    later.takeFocus();
+    click({740, 300});
+    ASSERT_TRUE(says(process, "press 100 200"));
+    EXPECT_FALSE(later.hasFocus());
+    press(u"Escape"_s);
+    ASSERT_TRUE(says(process, "uncovered"));
+    EXPECT_TRUE(waitFor([&] { return later.hasFocus(); }));
+}
+
 TEST_P(OverlayFocusTest, isNotGivenToAWindowThatHasGone)
 {
     start(sideBySide(GetParam()));

@@ -154,6 +154,21 @@ TEST_F(OverlayInputTest, hasTheKeyboardHoweverLateItIsLetGo)
     EXPECT_TRUE(says(process, "uncovered"));
 }
 
+TEST_F(OverlayInputTest, hasTheKeyboardAtAPressWhenItWasLetGo)
+{
+    start(sideBySide());
+    const KeyboardHolder holder(display);
+    const Process &process = coverRight();
+    outlastTheKeyboardLimit(); // from now on it is asked for so seldom that the press comes first
+    const auto other = PlainWindow::shown(display, {100, 100, 100, 100});
+    other.takeFocus();
+    holder.letGo();
+    click({740, 300});
+    ASSERT_TRUE(says(process, "press 100 200"));
+    press(u"Escape"_s);
+    EXPECT_TRUE(says(process, "uncovered"));
+}
+
 TEST_F(OverlayInputTest, isUncoveredThoughAnotherProgramNeverLetsGoOfTheInput)
 {
     start(outputs());

@@ -33,6 +33,8 @@ KeyboardGrab::~KeyboardGrab()
 
 void KeyboardGrab::ask()
 {
+    if (!m_again.isActive())
+        return;
     if (!m_window || m_window->setKeyboardGrabEnabled(true))
         m_again.stop();
     else if (m_usualHold.hasExpired())

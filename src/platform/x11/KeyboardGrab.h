@@ -24,12 +24,13 @@ public:
     /// Releases it.
     ~KeyboardGrab() override;
 
-private:
+    /// Asks now; nothing when it has it.
     void ask();
 
+private:
     QPointer<QWindow> m_window;
     QDeadlineTimer m_usualHold;
-    QTimer m_again;
+    QTimer m_again; // while it has not got it
 };
 
 } // namespace lumacap::x11

@@ -73,7 +73,7 @@ void X11OverlaySurface::cover(QWidget &widget, const Screen &screen,
     ++m_coverings;
     m_widget = &widget;
     m_onScreenChanged = std::move(onScreenChanged);
-    QObject::connect(&widget, &QObject::destroyed, &m_context, [this] { end(); });
+    connect(&widget, &QObject::destroyed, this, [this] { end(); });
 
     // Listened first and looked then, so that no change falls between the two.
     m_watch = std::make_unique<MonitorWatch>(m_connection, screen, [this] { tellScreenChanged(); });
@@ -83,12 +83,10 @@ void X11OverlaySurface::cover(QWidget &widget, const Screen &screen,
         tellScreenChanged();
         return;
     }
-    m_earlierFocus = currentFocus(m_connection);
     show(*frame, *toolkitScreen);
-    xcb_set_input_focus(toolkitConnection(), XCB_INPUT_FOCUS_POINTER_ROOT, m_window,
-                        XCB_CURRENT_TIME);
+    takeFocus();
     m_keyboardGrab = std::make_unique<KeyboardGrab>(*widget.windowHandle());
-    xcb_flush(toolkitConnection());
+    widget.windowHandle()->installEventFilter(this);
 }
 
 void X11OverlaySurface::show(const QRect &frame, QScreen &screen)
@@ -105,6 +103,28 @@ void X11OverlaySurface::show(const QRect &frame, QScreen &screen)
         cutTo(frame.size(), QSizeF(points.size()) * screen.devicePixelRatio(), m_window);
     m_widget->show();
     m_widget->raise();
+}
+
+/// Who has it now is who gets it back.
+void X11OverlaySurface::takeFocus()
+{
+    const auto now = currentFocus(m_connection);
+    if (now && now->window == m_window)
+        return;
+    m_earlierFocus = now;
+    xcb_set_input_focus(toolkitConnection(), XCB_INPUT_FOCUS_POINTER_ROOT, m_window,
+                        XCB_CURRENT_TIME);
+    xcb_flush(toolkitConnection());
+}
+
+bool X11OverlaySurface::eventFilter(QObject *watched, QEvent *event)
+{
+    // The person may have been busy on another screen, or with a window that came up meanwhile.
+    if (event->type() == QEvent::MouseButtonPress && m_keyboardGrab) {
+        takeFocus();
+        m_keyboardGrab->ask();
+    }
+    return QObject::eventFilter(watched, event);
 }
 
 void X11OverlaySurface::uncover(QWidget &widget)
@@ -124,7 +144,9 @@ void X11OverlaySurface::end()
     m_keyboardGrab.reset();
     if (!m_widget)
         return;
-    QObject::disconnect(m_widget, nullptr, &m_context, nullptr);
+    disconnect(m_widget, nullptr, this, nullptr);
+    if (m_widget->windowHandle() != nullptr)
+        m_widget->windowHandle()->removeEventFilter(this);
     m_widget->hide();
     m_widget.clear();
 }
@@ -133,7 +155,7 @@ void X11OverlaySurface::end()
 void X11OverlaySurface::tellScreenChanged()
 {
     QMetaObject::invokeMethod(
-        &m_context,
+        this,
         [this, covering = m_coverings] {
             if (covering == m_coverings && m_onScreenChanged)
                 std::exchange(m_onScreenChanged, nullptr)();

@@ -22,18 +22,24 @@ class MonitorWatch;
 
 /// Windows that no window manager looks after, in a process whose toolkit draws on the same X
 /// server. One at a time: covering with another widget uncovers the first.
-class X11OverlaySurface final : public OverlaySurface {
+class X11OverlaySurface final : public QObject, public OverlaySurface {
 public:
     /// Borrows `connection`, which outlives the object.
     explicit X11OverlaySurface(xcb::Connection &connection);
+    Q_DISABLE_COPY_MOVE(X11OverlaySurface)
     ~X11OverlaySurface() override;
 
     void cover(QWidget &widget, const Screen &screen,
                std::function<void()> onScreenChanged) override;
     void uncover(QWidget &widget) override;
 
+protected:
+    /// Sees the presses on the covering window.
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
 private:
     void show(const QRect &frame, QScreen &screen);
+    void takeFocus();
     void end();
     void tellScreenChanged();
 
@@ -45,7 +51,6 @@ private:
     std::unique_ptr<MonitorWatch> m_watch;
     std::function<void()> m_onScreenChanged;
     int m_coverings = 0;
-    QObject m_context;
 };
 
 } // namespace lumacap::x11
