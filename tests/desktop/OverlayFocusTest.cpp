@@ -27,7 +27,7 @@ TEST_P(OverlayFocusTest, goesBackToTheWindowThatHadIt)
     press(u"Escape"_s);
     ASSERT_TRUE(says(process, "uncovered"));
     EXPECT_TRUE(waitFor([&] { return earlier.hasFocus() && !isCovered(display); }));
-    EXPECT_TRUE(isInputFree(display));
+    EXPECT_TRUE(waitFor([this] { return isInputFree(display); }));
 }
 
 TEST_P(OverlayFocusTest, goesBackWhenTheWidgetIsDestroyed)
@@ -39,7 +39,7 @@ TEST_P(OverlayFocusTest, goesBackWhenTheWidgetIsDestroyed)
     press(u"Escape"_s);
     ASSERT_TRUE(says(process, "destroyed"));
     EXPECT_TRUE(waitFor([&] { return earlier.hasFocus() && !isCovered(display); }));
-    EXPECT_TRUE(isInputFree(display));
+    EXPECT_TRUE(waitFor([this] { return isInputFree(display); }));
 }
 
 TEST_P(OverlayFocusTest, goesToTheNextWidgetAfterOneThatWasDestroyed)
@@ -55,7 +55,7 @@ TEST_P(OverlayFocusTest, goesToTheNextWidgetAfterOneThatWasDestroyed)
     press(u"Escape"_s);
     ASSERT_TRUE(says(process, "uncovered"));
     EXPECT_TRUE(waitFor([&] { return earlier.hasFocus() && !isCovered(display); }));
-    EXPECT_TRUE(isInputFree(display));
+    EXPECT_TRUE(waitFor([this] { return isInputFree(display); }));
 }
 
 TEST_P(OverlayFocusTest, isTakenByAPressAndGoesBackToWhoeverHadItLast)
@@ -83,7 +83,7 @@ TEST_P(OverlayFocusTest, isNotGivenToAWindowThatHasGone)
     earlier.hide();
     press(u"Escape"_s);
     ASSERT_TRUE(says(process, "uncovered"));
-    EXPECT_TRUE(isInputFree(display));
+    EXPECT_TRUE(waitFor([this] { return isInputFree(display); }));
     EXPECT_EQ(process.errors(), QByteArray());
 }
 

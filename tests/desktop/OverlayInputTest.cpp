@@ -67,6 +67,42 @@ TEST_F(OverlayInputTest, hasThePointerThatWasOnTheOtherMonitor)
     EXPECT_TRUE(says(process, "release 100 200"));
 }
 
+TEST_F(OverlayInputTest, keepsTheKeyThatEndsItUntilThatIsReleased)
+{
+    start(sideBySide());
+    auto earlier = PlainWindow::shown(display, {100, 100, 100, 100});
+    earlier.listen();
+    earlier.takeFocus();
+    const Process &process = coverRight();
+    xdotool({u"keydown"_s, u"Escape"_s});
+    ASSERT_TRUE(says(process, "uncovered"));
+    ASSERT_TRUE(waitFor([&] { return earlier.hasFocus() && !isCovered(display); }));
+    xdotool({u"keyup"_s, u"Escape"_s});
+    EXPECT_TRUE(waitFor([this] { return isInputFree(display); }));
+    EXPECT_EQ(earlier.keyEvents(), 0);
+    press(u"a"_s);
+    EXPECT_TRUE(waitFor([&] { return earlier.keyEvents() == 2; }));
+}
+
+TEST_F(OverlayInputTest, givesTheKeyboardUpThoughAKeyStaysDown)
+{
+    start(sideBySide());
+    const Process &process = coverRight();
+    xdotool({u"keydown"_s, u"Escape"_s});
+    ASSERT_TRUE(says(process, "uncovered"));
+    EXPECT_TRUE(waitFor([this] { return isInputFree(display); }));
+}
+
+TEST_F(OverlayInputTest, keepsNoModifierThatIsHeldAsItEnds)
+{
+    start(outputs());
+    const Process &process = coverRight();
+    xdotool({u"keydown"_s, u"Control_L"_s});
+    desktop->server().switchOff(u"DUMMY1"_s);
+    ASSERT_TRUE(says(process, "uncovered"));
+    EXPECT_TRUE(isInputFree(display));
+}
+
 const QRect menuArea{700, 200, 150, 200};
 
 TEST_F(OverlayInputTest, coversAnOpenMenuAndTakesOverWhenThatCloses)
@@ -83,7 +119,7 @@ TEST_F(OverlayInputTest, coversAnOpenMenuAndTakesOverWhenThatCloses)
     EXPECT_TRUE(says(process, "press 100 200"));
     press(u"Escape"_s);
     EXPECT_TRUE(says(process, "uncovered"));
-    EXPECT_TRUE(isInputFree(display));
+    EXPECT_TRUE(waitFor([this] { return isInputFree(display); }));
     EXPECT_FALSE(process.output().contains("press 360 400")); // the menu's
 }
 

@@ -1,5 +1,6 @@
 #include "platform/x11/X11OverlaySurface.h"
 
+#include "platform/x11/HeldKeys.h"
 #include "platform/x11/KeyboardGrab.h"
 #include "platform/x11/MonitorWatch.h"
 #include "platform/x11/Monitors.h"
@@ -85,6 +86,7 @@ void X11OverlaySurface::cover(QWidget &widget, const Screen &screen,
     }
     show(*frame, *toolkitScreen);
     takeFocus();
+    m_heldKeys.reset();
     m_keyboardGrab = std::make_unique<KeyboardGrab>(*widget.windowHandle());
     widget.windowHandle()->installEventFilter(this);
 }
@@ -141,7 +143,8 @@ void X11OverlaySurface::end()
     m_watch.reset();
     if (const auto earlier = std::exchange(m_earlierFocus, std::nullopt))
         giveFocusBack(m_connection, *earlier, m_window);
-    m_keyboardGrab.reset();
+    if (m_keyboardGrab)
+        letKeyboardGo();
     if (!m_widget)
         return;
     disconnect(m_widget, nullptr, this, nullptr);
@@ -149,6 +152,16 @@ void X11OverlaySurface::end()
         m_widget->windowHandle()->removeEventFilter(this);
     m_widget->hide();
     m_widget.clear();
+}
+
+/// To whoever has the focus, but for the keys that are held.
+void X11OverlaySurface::letKeyboardGo()
+{
+    // Asked before, so that the two requests, to let go and to hold on, travel together: a key that
+    // is repeated doesn't get between them.
+    const KeyCodes held = heldKeys(toolkitConnection());
+    m_keyboardGrab.reset();
+    m_heldKeys = std::make_unique<HeldKeys>(toolkitConnection(), held);
 }
 
 /// On the next turn of the loop, so that the answer may uncover and destroy whatever it likes.

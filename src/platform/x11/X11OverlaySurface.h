@@ -17,6 +17,7 @@ class Connection;
 
 namespace lumacap::x11 {
 
+class HeldKeys;
 class KeyboardGrab;
 class MonitorWatch;
 
@@ -41,6 +42,7 @@ private:
     void show(const QRect &frame, QScreen &screen);
     void takeFocus();
     void end();
+    void letKeyboardGo();
     void tellScreenChanged();
 
     xcb::Connection &m_connection;
@@ -48,6 +50,7 @@ private:
     std::uint32_t m_window = 0;
     std::optional<InputFocus> m_earlierFocus;
     std::unique_ptr<KeyboardGrab> m_keyboardGrab;
+    std::unique_ptr<HeldKeys> m_heldKeys; // of the last covering
     std::unique_ptr<MonitorWatch> m_watch;
     std::function<void()> m_onScreenChanged;
     int m_coverings = 0;
