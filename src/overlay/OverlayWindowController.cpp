@@ -21,6 +21,25 @@
 
 namespace lumacap {
 
+namespace {
+
+/// What was selected, with its annotations, in its frame if it has one. Nothing when there is
+/// nothing to render.
+std::optional<QImage> finalImage(const QImage &frozenImage, const AnnotationStore &store,
+                                 const CapturedScreen &screen)
+{
+    auto base = AnnotationRenderer::renderFinalImage(frozenImage, store.selectedViewRect,
+                                                     store.annotations(), screen.bounds().size,
+                                                     screen.scale);
+    if (!base || !store.showFrame())
+        return base;
+    auto framed = AnnotationRenderer::renderFramedImage(*base, store.sourceAppName,
+                                                        store.frameBackground(), screen.scale);
+    return framed ? framed : base;
+}
+
+} // namespace
+
 void OverlayWindowController::DeleteLater::operator()(QObject *object) const
 {
     object->deleteLater();
@@ -138,18 +157,11 @@ void OverlayWindowController::handleConfirm()
 {
     if (!m_frozenImage || !m_store || !m_captureScreen)
         return;
-    const int scale = m_captureScreen->scale;
-    const auto base = AnnotationRenderer::renderFinalImage(
-        *m_frozenImage, m_store->selectedViewRect, m_store->annotations(),
-        m_captureScreen->bounds().size, scale);
-    if (base) {
-        const auto framed = m_store->showFrame()
-            ? AnnotationRenderer::renderFramedImage(*base, m_store->sourceAppName,
-                                                    m_store->frameBackground(), scale)
-            : std::nullopt;
-        m_imageSaver.save(framed ? *framed : *base);
-    }
+    const auto image = finalImage(*m_frozenImage, *m_store, *m_captureScreen);
+    // The overlay goes first: to save a big picture takes a while, in which it would look dead.
     dismissAll();
+    if (image)
+        m_imageSaver.save(*image);
 }
 
 void OverlayWindowController::dismissAll()

@@ -152,6 +152,7 @@ void X11OverlaySurface::end()
         m_widget->windowHandle()->removeEventFilter(this);
     m_widget->hide();
     m_widget.clear();
+    xcb_flush(toolkitConnection());
 }
 
 /// To whoever has the focus, but for the keys that are held.

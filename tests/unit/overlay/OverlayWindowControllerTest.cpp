@@ -26,9 +26,15 @@ using namespace Qt::StringLiterals;
 namespace lumacap::tests {
 namespace {
 
-/// Shows what it is to cover a screen with, in its size, and remembers which.
+/// Shows what it is to cover a screen with, in its size, and remembers which. Writes the end into a
+/// journal.
 class FakeOverlaySurface final : public OverlaySurface {
 public:
+    explicit FakeOverlaySurface(QStringList &journal)
+        : m_journal(journal)
+    {
+    }
+
     void cover(QWidget &widget, const Screen &screen,
                std::function<void()> onScreenChanged) override
     {
@@ -39,11 +45,18 @@ public:
                       static_cast<int>(screen.frame.height() * screen.backingScaleFactor));
         widget.show();
     }
-    void uncover(QWidget &widget) override { std::erase(widgets, &widget); }
+    void uncover(QWidget &widget) override
+    {
+        m_journal.append(u"uncover"_s);
+        std::erase(widgets, &widget);
+    }
 
     std::vector<QWidget *> widgets;
     std::vector<Screen> screens;
     std::function<void()> screenChanged;
+
+private:
+    QStringList &m_journal;
 };
 
 class OverlayWindowControllerTest : public testing::Test {
@@ -84,7 +97,7 @@ protected:
     FakeScreens m_screens;
     FakeWindowList m_windows;
     FakeScreenCapture m_capture;
-    FakeOverlaySurface m_surface;
+    FakeOverlaySurface m_surface{m_journal};
     ImageSaver m_otherSaver{m_pasteboard, m_soundPlayer, m_preferences};
     CaptureEngine m_engine{m_capture, m_screens, m_otherSaver};
     OverlayWindowController m_controller{
@@ -178,11 +191,23 @@ TEST_P(ConfirmKeyTest, confirmsAtOnceAndSavesTheSelection)
 
     EXPECT_TRUE(m_surface.widgets.empty());
     EXPECT_EQ(saved().size(), QSize(100, 50));
-    EXPECT_EQ(m_journal, (QStringList{u"clear"_s, u"write"_s, u"sound"_s}));
+    EXPECT_EQ(m_journal, (QStringList{u"uncover"_s, u"clear"_s, u"write"_s, u"sound"_s}));
     EXPECT_FALSE(m_windows.isFollowing);
 }
 
 INSTANTIATE_TEST_SUITE_P(Keys, ConfirmKeyTest, testing::Values(Qt::Key_Return, Qt::Key_Enter));
+
+TEST_F(OverlayWindowControllerTest, aSecondReturnBeforeTheWindowHasGoneSavesNothingMore)
+{
+    OverlayView *const view = shown();
+    ASSERT_NE(view, nullptr);
+    Pointer pointer(*view);
+
+    pointer.key(Qt::Key_Return);
+    pointer.key(Qt::Key_Return);
+
+    EXPECT_EQ(m_journal, (QStringList{u"uncover"_s, u"clear"_s, u"write"_s, u"sound"_s}));
+}
 
 TEST_F(OverlayWindowControllerTest, aConfirmWithoutASelectionSavesTheWholeScreen)
 {
@@ -220,7 +245,7 @@ TEST_F(OverlayWindowControllerTest, aSelectionOfNothingSavesNothingAndEnds)
 
     EXPECT_TRUE(m_surface.widgets.empty());
     EXPECT_TRUE(saved().isNull());
-    EXPECT_TRUE(m_journal.isEmpty());
+    EXPECT_EQ(m_journal, QStringList{u"uncover"_s});
 }
 
 TEST_F(OverlayWindowControllerTest, escapeEndsWithoutSaving)
@@ -234,7 +259,7 @@ TEST_F(OverlayWindowControllerTest, escapeEndsWithoutSaving)
 
     EXPECT_TRUE(m_surface.widgets.empty());
     EXPECT_TRUE(saved().isNull());
-    EXPECT_TRUE(m_journal.isEmpty());
+    EXPECT_EQ(m_journal, QStringList{u"uncover"_s});
     EXPECT_FALSE(m_windows.isFollowing);
     EXPECT_NE(shown(), nullptr) << "the next capture begins anew";
 }
@@ -256,7 +281,7 @@ TEST_F(OverlayWindowControllerTest, aScreenThatChangesEndsTheCapture)
     m_surface.screenChanged();
 
     EXPECT_TRUE(m_surface.widgets.empty());
-    EXPECT_TRUE(m_journal.isEmpty());
+    EXPECT_EQ(m_journal, QStringList{u"uncover"_s});
     EXPECT_NE(shown(), nullptr);
 }
 
