@@ -33,7 +33,7 @@ public:
     {
         if (isReadOnly)
             return failure(QStringLiteral("the store is read-only"));
-        m_values.insert(key, value);
+        m_values[key] = value; // g++ 12 takes QHash::insert for a use of nothing
         return {};
     }
 
