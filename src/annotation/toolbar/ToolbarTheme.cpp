@@ -1,0 +1,44 @@
+#include "annotation/toolbar/ToolbarTheme.h"
+
+#include <QPalette>
+
+namespace lumacap {
+namespace {
+
+constexpr int middleLightness = 128;
+constexpr double towardsWhite = 0.45; // windows are a shade darker than menus and strips
+
+} // namespace
+
+QColor translucent(QColor color, double opacity)
+{
+    color.setAlphaF(static_cast<float>(opacity));
+    return color;
+}
+
+QColor mixed(const QColor &first, const QColor &second, double share)
+{
+    const auto channel = [share](float a, float b) {
+        return static_cast<float>(a + (b - a) * share);
+    };
+    return QColor::fromRgbF(channel(first.redF(), second.redF()),
+                            channel(first.greenF(), second.greenF()),
+                            channel(first.blueF(), second.blueF()));
+}
+
+ToolbarTheme themeOf(const QPalette &palette)
+{
+    const QColor window = palette.color(QPalette::Window);
+    const bool isDark = window.lightness() < middleLightness;
+    const QColor ground = isDark ? window : mixed(window, Qt::white, towardsWhite);
+    return {.accent = palette.color(QPalette::Active, QPalette::Highlight),
+            .onAccent = palette.color(QPalette::Active, QPalette::HighlightedText),
+            .text = palette.color(QPalette::Active, QPalette::WindowText),
+            .ground = ground,
+            .menuGround = isDark ? mixed(window, Qt::white, 0.04) : ground,
+            .plainButton = translucent(Qt::white, isDark ? 0.13 : 0.6),
+            .innerEdge = translucent(Qt::white, isDark ? 0.14 : 0.45),
+            .outerEdge = translucent(Qt::black, isDark ? 0.55 : 0.22)};
+}
+
+} // namespace lumacap
