@@ -7,7 +7,6 @@
 
 #include <QEnterEvent>
 #include <QMouseEvent>
-#include <QPixmap>
 
 #include <algorithm>
 #include <cmath>
@@ -27,17 +26,6 @@ Point<Canvas> atEdge(Point<Canvas> place, const CanvasMeasure &canvas)
     const double pixel = 1.0 / canvas.scale;
     return {place.x >= canvas.size.width - pixel ? std::max(place.x, canvas.size.width) : place.x,
             place.y <= pixel ? std::min(place.y, 0.0) : place.y};
-}
-
-/// Hides the pointer, whose place the drawn cross takes.
-const QCursor &invisibleCursor()
-{
-    static const QCursor cursor = [] {
-        QPixmap empty(16, 16);
-        empty.fill(Qt::transparent);
-        return QCursor(empty, 8, 8);
-    }();
-    return cursor;
 }
 
 } // namespace

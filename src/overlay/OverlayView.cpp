@@ -7,6 +7,7 @@
 #include <QCoreApplication>
 #include <QPaintEvent>
 #include <QPainter>
+#include <QPixmap>
 #include <QPointer>
 
 #include <algorithm>
@@ -38,6 +39,7 @@ OverlayView::OverlayView(const WindowList &windows, const PreferencesStorage &pr
     setAttribute(Qt::WA_OpaquePaintEvent);
     setFocusPolicy(Qt::TabFocus); // a press must not end what is typed in a child
     setMouseTracking(true);
+    setCursor(invisibleCursor());
     m_store.needsRedraw = [self = QPointer(this)] {
         if (self)
             self->annotationsChanged();
@@ -48,6 +50,16 @@ OverlayView::OverlayView(const WindowList &windows, const PreferencesStorage &pr
 }
 
 OverlayView::~OverlayView() = default;
+
+const QCursor &OverlayView::invisibleCursor()
+{
+    static const QCursor cursor = [] {
+        QPixmap empty(16, 16);
+        empty.fill(Qt::transparent);
+        return QCursor(empty, 8, 8);
+    }();
+    return cursor;
+}
 
 void OverlayView::invalidateAnimationTimer()
 {

@@ -50,6 +50,8 @@ public:
     /// What the view shows now, in device pixels, without its child widgets.
     const QImage &picture() const { return m_picture; }
 
+    const CanvasMeasure &canvas() const { return m_canvas; }
+
     /// Widget units for one canvas point: 1 unless the toolkit's scale is no whole number.
     double unitsAPoint() const { return m_canvas.scale / devicePixelRatio(); }
 
@@ -115,6 +117,9 @@ private:
     void annotationsChanged();
     void runAnimation();
     void advanceAnts();
+
+    /// Hides the pointer, whose place the drawn cross takes.
+    static const QCursor &invisibleCursor();
 
     Point<Canvas> viewLocation(QPointF widgetPoint) const;
     QRect widgetRect(const Rect<Canvas> &rect) const;

@@ -5,6 +5,7 @@
 #include "capture/CaptureEngine.h"
 #include "overlay/KeyableWindow.h"
 #include "overlay/OverlayKeys.h"
+#include "overlay/OverlayToolbar.h"
 #include "overlay/OverlayView.h"
 #include "platform/OverlaySurface.h"
 #include "platform/Screens.h"
@@ -139,6 +140,7 @@ void OverlayWindowController::presentOverlay(const QImage &frozenImage, const Sc
         if (self)
             self->dismissAll();
     });
+    new OverlayToolbar(*m_store, *view, frozenImage);
     QCoreApplication::instance()->installEventFilter(this);
 }
 

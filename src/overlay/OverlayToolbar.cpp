@@ -1,0 +1,64 @@
+#include "overlay/OverlayToolbar.h"
+
+#include "annotation/shapes/FrozenCrop.h"
+#include "annotation/toolbar/AnnotationToolbarView.h"
+#include "overlay/OverlayView.h"
+
+#include <QEvent>
+
+#include <algorithm>
+
+namespace lumacap {
+namespace {
+
+namespace look { // canvas points
+constexpr double sideMargins = 40; // of both sides
+constexpr double topMargin = 60;
+} // namespace look
+
+} // namespace
+
+double toolbarWidth(double width)
+{
+    return width - look::sideMargins;
+}
+
+Rect<Canvas> toolbarFrame(Size canvas, Size fitting)
+{
+    const double width = std::min(toolbarWidth(canvas.width), fitting.width);
+    // On a screen so low that it would leave it below, it keeps to the screen.
+    const double y = std::max(0.0, canvas.height - fitting.height - look::topMargin);
+    return {{(canvas.width - width) * 0.5, y}, {width, fitting.height}};
+}
+
+OverlayToolbar::OverlayToolbar(AnnotationStore &store, OverlayView &view, const QImage &frozenImage)
+    : QObject(&view)
+    , m_view(view)
+    , m_frozenImage(frozenImage)
+    , m_toolbar(new AnnotationToolbarView(store, &view))
+{
+    connect(m_toolbar, &AnnotationToolbarView::fittingSizeDidChange, this, &OverlayToolbar::place);
+    view.installEventFilter(this);
+    place();
+    m_toolbar->show();
+}
+
+bool OverlayToolbar::eventFilter(QObject *watched, QEvent *event)
+{
+    // Also where the toolkit finds the screen's density only when the window is there.
+    if (event->type() == QEvent::Resize || event->type() == QEvent::ScreenChangeInternal)
+        place();
+    return QObject::eventFilter(watched, event);
+}
+
+void OverlayToolbar::place()
+{
+    const CanvasMeasure &canvas = m_view.canvas();
+    m_toolbar->setUnitsAPoint(m_view.unitsAPoint());
+    const Size fitting = m_toolbar->fittingSize(toolbarWidth(canvas.size.width));
+    const Rect<Canvas> frame = toolbarFrame(canvas.size, fitting);
+    m_view.setToolbarFrame(*m_toolbar, frame);
+    m_toolbar->setBackdrop(cropUnder(frame, m_frozenImage, canvas.scale));
+}
+
+} // namespace lumacap
