@@ -61,7 +61,8 @@ PrivateDesktop::PrivateDesktop(const DesktopOptions &options)
 
     // The settings service of Xfce serves the clipboard manager.
     m_bus = std::make_unique<SessionBus>(folder(u"log"_s), folder(u"run"_s),
-                                         QStringList{u"org.xfce.Xfconf"_s}, m_environment);
+                                         QStringList{u"org.xfce.Xfconf"_s, u"org.a11y.Bus"_s},
+                                         m_environment);
     m_environment["DBUS_SESSION_BUS_ADDRESS"] = m_bus->address();
     m_server = std::make_unique<XServer>(options.server, folder(u"log"_s), m_environment);
     m_environment["DISPLAY"] = m_server->display();

@@ -1,0 +1,314 @@
+#include "AnnotatingFixture.h"
+#include "annotation/shapes/MagnifierAnnotation.h"
+#include "annotation/shapes/NumberedPointAnnotation.h"
+#include "annotation/shapes/RectAnnotation.h"
+#include "annotation/shapes/TextAnnotation.h"
+#include "harness/Clipboard.h"
+#include "harness/WaitFor.h"
+
+#include <QFile>
+
+#include <gmock/gmock.h>
+
+namespace lumacap::harness {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+constexpr QRect selected{100, 150, 300, 200};
+
+struct ToolbarTest : AnnotatingFixture {
+    bool isChecked(const QString &name, std::size_t index = 0)
+    {
+        const auto control = controls().find(name, index);
+        return control && control->isChecked;
+    }
+
+    std::unique_ptr<TextAnnotation> text(const QString &words, QPoint lowerLeft) const
+    {
+        return std::make_unique<TextAnnotation>(colorOf(AnnotationColor::Red), 1, canvas(lowerLeft),
+                                                words, 18);
+    }
+};
+
+TEST_F(ToolbarTest, validerSaves)
+{
+    annotate(1, selected);
+    use(u"Valider"_s);
+
+    EXPECT_EQ(differingPixels(expectedWith({}), savedPicture()), 0);
+}
+
+TEST_F(ToolbarTest, annulerEndsTheCaptureWithoutATrace)
+{
+    annotate(1, selected);
+    use(u"Annuler"_s);
+
+    EXPECT_TRUE(waitFor([this] { return !overlayIsUp(); }));
+    EXPECT_TRUE(files().isEmpty());
+    EXPECT_TRUE(clipboardTypes(*desktop).isEmpty());
+}
+
+TEST_F(ToolbarTest, everyControlOfTheStripAnswersAClick)
+{
+    annotateOn(points);
+    for (const auto *const tool : {"arrow", "rectangle", "ellipse", "numberedPoint", "freehand",
+                                   "text", "magnifier", "blur", "selection"}) {
+        use(QLatin1StringView(tool));
+        EXPECT_TRUE(waitFor([&] { return isChecked(QLatin1StringView(tool)); })) << tool;
+    }
+    for (const auto *const color : {"orange", "yellow", "green", "blue", "white", "black", "red",
+                                    "thin", "thick", "medium"}) {
+        use(QLatin1StringView(color));
+        EXPECT_TRUE(waitFor([&] { return isChecked(QLatin1StringView(color)); })) << color;
+    }
+    use(u"frame"_s);
+    EXPECT_TRUE(waitFor([&] { return isChecked(u"frame"_s); }));
+    use(u"frame"_s);
+    EXPECT_TRUE(waitFor([&] { return !isChecked(u"frame"_s); }));
+    EXPECT_TRUE(overlayIsUp());
+}
+
+class SmallScreenTest : public ToolbarTest, public testing::WithParamInterface<QSize> { };
+
+TEST_P(SmallScreenTest, withLoupeAndFrameEveryControlIsInsideAndWorks)
+{
+    annotateOn(GetParam());
+    use(u"magnifier"_s);
+    use(u"frame"_s);
+    ASSERT_TRUE(controls().find(u"4x"_s));
+    ASSERT_TRUE(controls().find(u"frameBackground"_s));
+
+    for (const AccessibleControl &control : controls().all())
+        EXPECT_TRUE(QRect(QPoint(), GetParam()).contains(control.place))
+            << control.name.toStdString();
+    use(u"4x"_s);
+    EXPECT_TRUE(waitFor([&] { return isChecked(u"4x"_s); }));
+    use(u"circle"_s);
+    EXPECT_TRUE(waitFor([&] { return isChecked(u"circle"_s); }));
+    use(u"frameBackground"_s);
+    use(u"Océan"_s);
+    use(u"Annuler"_s);
+    EXPECT_TRUE(waitFor([this] { return !overlayIsUp(); }));
+}
+
+INSTANTIATE_TEST_SUITE_P(Sizes, SmallScreenTest,
+                         testing::Values(QSize(1366, 768), QSize(1024, 768), QSize(640, 480)));
+
+TEST_F(ToolbarTest, aClickOnTheStripIsNoSelectionAndLeavesTheCrossWhereItWas)
+{
+    annotate(1, selected);
+    const auto undo = controls().find(u"undo"_s);
+    ASSERT_TRUE(undo);
+    click(undo->place.center()); // disabled: nothing is drawn yet
+    drag(undo->place.center(), undo->place.center() + QPoint(30, 0));
+    press(u"Return"_s);
+
+    EXPECT_EQ(differingPixels(expectedWith({}), savedPicture()), 0);
+}
+
+TEST_F(ToolbarTest, undoTakesMarksAwayOneByOneAndIsDisabledWhenNoneIsLeft)
+{
+    annotate(1, selected);
+    const auto isUndoEnabled = [this] {
+        const auto undo = controls().find(u"undo"_s);
+        return undo && undo->isEnabled;
+    };
+    EXPECT_FALSE(isUndoEnabled());
+    use(u"numberedPoint"_s);
+    clickPoint({150, 200});
+    clickPoint({200, 200});
+    EXPECT_TRUE(waitFor(isUndoEnabled));
+
+    press(u"ctrl+z"_s);
+    press(u"super+z"_s);
+
+    EXPECT_TRUE(waitFor([&] { return !isUndoEnabled(); }));
+    press(u"Return"_s);
+    EXPECT_EQ(differingPixels(expectedWith({}), savedPicture()), 0);
+}
+
+TEST_F(ToolbarTest, textIsKeptByValider)
+{
+    annotate(1, selected);
+    use(u"text"_s);
+    clickPoint({150, 250});
+    input({u"type"_s, u"Bonjour"_s});
+    use(u"Valider"_s);
+
+    EXPECT_EQ(differingPixels(expectedWith(marks(text(u"Bonjour"_s, {150, 262}))), savedPicture()),
+              0);
+}
+
+TEST_F(ToolbarTest, textIsLostByReturn)
+{
+    annotate(1, selected);
+    use(u"text"_s);
+    clickPoint({150, 250});
+    input({u"type"_s, u"Bonjour"_s});
+    press(u"Return"_s);
+
+    EXPECT_EQ(differingPixels(expectedWith({}), savedPicture()), 0);
+}
+
+TEST_F(ToolbarTest, textStaysOpenWhileOtherControlsAreClickedAndTakesTheLastColour)
+{
+    annotate(1, selected);
+    use(u"text"_s);
+    clickPoint({150, 250});
+    input({u"type"_s, u"Bon"_s});
+    use(u"rectangle"_s);
+    use(u"red"_s);
+    dragPoints({120, 180}, {200, 220});
+    input({u"type"_s, u"jour"_s});
+    press(u"Tab"_s);
+    press(u"Return"_s);
+
+    const Rect<Canvas> drawn{canvas({120, 180}), canvas({200, 220}) - canvas({120, 180})};
+    EXPECT_EQ(differingPixels(expectedWith(marks(std::make_unique<RectAnnotation>(
+                                                     colorOf(AnnotationColor::Red), 4, drawn),
+                                                 text(u"Bonjour"_s, {150, 262}))),
+                              savedPicture()),
+              0);
+}
+
+TEST_F(ToolbarTest, accentsAndDeadKeysAreTyped)
+{
+    annotate(1, selected);
+    const Answer layout = desktop->ask({u"setxkbmap"_s, u"us"_s, u"-variant"_s, u"intl"_s});
+    ASSERT_EQ(layout.ending, Ending{});
+    use(u"text"_s);
+    clickPoint({150, 250});
+    input({u"key"_s, u"dead_acute"_s, u"e"_s, u"dead_circumflex"_s, u"a"_s, u"ccedilla"_s});
+    press(u"Tab"_s);
+    press(u"Return"_s);
+
+    EXPECT_EQ(differingPixels(expectedWith(marks(text(u"éâç"_s, {150, 262}))), savedPicture()), 0);
+}
+
+TEST_F(ToolbarTest, escapeClosesTheTextThenDropsTheLoupeThenCancels)
+{
+    annotate(1, selected);
+    use(u"magnifier"_s);
+    dragPoints({120, 180}, {160, 210});
+    use(u"text"_s); // which adds the loupe
+    use(u"magnifier"_s);
+    dragPoints({220, 180}, {260, 210});
+    press(u"Escape"_s); // drops the second loupe
+    use(u"text"_s);
+    clickPoint({150, 250});
+    input({u"type"_s, u"Bonjour"_s});
+    press(u"Escape"_s); // closes the text
+    press(u"Return"_s);
+
+    auto loupe = std::make_unique<MagnifierAnnotation>(
+        colorOf(AnnotationColor::Red), 4,
+        Rect<Canvas>{canvas({120, 180}), canvas({160, 210}) - canvas({120, 180})}, 2,
+        MagnifierShape::RoundedRect);
+    loupe->autoPlaceLoupe({{0, 0}, {1400, 700}});
+    EXPECT_EQ(differingPixels(expectedWith(marks(std::move(loupe))), savedPicture()), 0);
+
+    openOverlay();
+    use(u"text"_s);
+    clickPoint({150, 250});
+    press(u"Escape"_s);
+    EXPECT_TRUE(overlayIsUp());
+    press(u"Escape"_s);
+    EXPECT_TRUE(waitFor([this] { return !overlayIsUp(); }));
+    EXPECT_EQ(files().size(), 1);
+}
+
+class FrameMenuTest : public ToolbarTest,
+                      public testing::WithParamInterface<std::pair<const char *, const char *>> { };
+
+TEST_P(FrameMenuTest, aStyleChosenInTheMenuIsAroundThePicture)
+{
+    annotate(1, selected);
+    use(u"frame"_s);
+    use(u"frameBackground"_s);
+    use(QString::fromUtf8(GetParam().first));
+    press(u"Return"_s);
+    const QImage picture = savedPicture();
+    ASSERT_EQ(picture.size(), QSize(300 + 120, 200 + 36 + 120));
+
+    // The same by the settings.
+    set({{u"defaultShowFrame"_s, u"true"_s},
+         {u"defaultFrameBackground"_s, QLatin1StringView(GetParam().second)}});
+    ASSERT_TRUE(QFile::remove(files().first()));
+    screen->placePointer({2, 2});
+    openOverlay();
+    dragPoints(selected.topLeft(), selected.topLeft() + QPoint(300, 200));
+    press(u"Return"_s);
+    EXPECT_EQ(differingPixels(savedPicture(), picture), 0);
+}
+
+INSTANTIATE_TEST_SUITE_P(Styles, FrameMenuTest,
+                         testing::Values(std::pair{"Auto", "dominantColor"},
+                                         std::pair{"Sombre", "darkSlate"},
+                                         std::pair{"Clair", "light"}, std::pair{"Océan", "ocean"},
+                                         std::pair{"Couchant", "sunset"}));
+
+TEST_F(ToolbarTest, theNewspaperIsChosenInTheMenuToo)
+{
+    annotate(1, selected);
+    use(u"frame"_s);
+    use(u"frameBackground"_s);
+    use(u"Journal"_s);
+    press(u"Return"_s);
+
+    const QImage picture = savedPicture(); // another page each time
+    ASSERT_EQ(picture.size(), QSize(300 + 120, 200 + 36 + 120));
+    EXPECT_GT(qGray(picture.pixel(5, 5)), 180) << "paper";
+}
+
+TEST_F(ToolbarTest, theFrameOfThePreferencesIsTurnedOffByItsSwitch)
+{
+    annotate(1, selected, {{u"defaultShowFrame"_s, u"true"_s}});
+    EXPECT_TRUE(controls().find(u"frameBackground"_s));
+    use(u"frame"_s);
+    EXPECT_TRUE(waitFor([this] { return !controls().shows(u"frameBackground"_s); }));
+    press(u"Return"_s);
+
+    EXPECT_EQ(differingPixels(expectedWith({}), savedPicture()), 0);
+}
+
+TEST_F(ToolbarTest, aPressElsewhereClosesTheMenuAndDoesNothingElse)
+{
+    annotate(1, selected, {{u"defaultShowFrame"_s, u"true"_s}});
+    use(u"numberedPoint"_s);
+    use(u"frameBackground"_s);
+    ASSERT_TRUE(controls().find(u"Océan"_s));
+    clickPoint({700, 600});
+    EXPECT_TRUE(waitFor([this] { return !controls().shows(u"Océan"_s); }));
+
+    use(u"frameBackground"_s);
+    ASSERT_TRUE(controls().find(u"Océan"_s));
+    press(u"Escape"_s);
+    EXPECT_TRUE(waitFor([this] { return !controls().shows(u"Océan"_s); }));
+    EXPECT_TRUE(overlayIsUp());
+    const auto undo = controls().find(u"undo"_s);
+    EXPECT_TRUE(undo && !undo->isEnabled) << "no point was placed";
+}
+
+TEST_F(ToolbarTest, theStripIsReachedAndUsedByKeyboard)
+{
+    annotate(1, selected);
+    press(u"Tab"_s);
+    const auto focused = [this] {
+        for (const AccessibleControl &control : controls().all()) {
+            if (control.isFocused && control.role != u"filler"_s)
+                return control.name;
+        }
+        return QString();
+    };
+    EXPECT_TRUE(waitFor([&] { return focused() == u"selection"_s; })) << focused().toStdString();
+    press(u"Tab"_s);
+    press(u"space"_s);
+    EXPECT_TRUE(waitFor([&] { return isChecked(u"arrow"_s); }));
+    press(u"Return"_s);
+
+    EXPECT_EQ(differingPixels(expectedWith({}), savedPicture()), 0) << "Return always confirms";
+}
+
+} // namespace
+} // namespace lumacap::harness
