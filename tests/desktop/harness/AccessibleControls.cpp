@@ -8,7 +8,6 @@
 #include <QDBusVariant>
 #include <QUuid>
 
-#include <algorithm>
 #include <stdexcept>
 #include <tuple>
 
@@ -87,17 +86,23 @@ std::vector<AccessibleControls::Node> AccessibleControls::children(const Node &n
     return nodes;
 }
 
-AccessibleControl AccessibleControls::controlAt(const Node &node) const
+QString AccessibleControls::nameOf(const Node &node) const
 {
     const QDBusMessage name = call(m_bus, node.bus, node.path, u"org.freedesktop.DBus.Properties"_s,
                                    u"Get"_s, {accessible, u"Name"_s});
+    if (name.type() != QDBusMessage::ReplyMessage)
+        return {};
+    return name.arguments().first().value<QDBusVariant>().variant().toString();
+}
+
+AccessibleControl AccessibleControls::controlAt(const Node &node) const
+{
     const QDBusMessage role = call(m_bus, node.bus, node.path, accessible, u"GetRoleName"_s, {});
     const QDBusMessage state = call(m_bus, node.bus, node.path, accessible, u"GetState"_s, {});
     const QDBusMessage extents = call(m_bus, node.bus, node.path, u"org.a11y.atspi.Component"_s,
                                       u"GetExtents"_s, {quint32{0}});
     AccessibleControl control{};
-    if (name.type() == QDBusMessage::ReplyMessage)
-        control.name = name.arguments().first().value<QDBusVariant>().variant().toString();
+    control.name = nameOf(node);
     if (role.type() == QDBusMessage::ReplyMessage)
         control.role = role.arguments().first().toString();
     if (extents.type() == QDBusMessage::ReplyMessage) {
@@ -122,45 +127,61 @@ AccessibleControl AccessibleControls::controlAt(const Node &node) const
     return control;
 }
 
-void AccessibleControls::collect(const Node &node, std::vector<AccessibleControl> &found) const
+void AccessibleControls::collect(const Node &node, std::vector<Node> &found) const
 {
     for (const Node &child : children(node)) {
-        const AccessibleControl control = controlAt(child);
-        if (control.isShowing)
-            found.push_back(control);
+        found.push_back(child);
         collect(child, found);
     }
 }
 
-std::vector<AccessibleControl> AccessibleControls::all() const
+std::vector<AccessibleControls::Node> AccessibleControls::nodes() const
 {
-    std::vector<AccessibleControl> found;
+    std::vector<Node> found;
     const Node desktop{u"org.a11y.atspi.Registry"_s, u"/org/a11y/atspi/accessible/root"_s};
     for (const Node &application : children(desktop))
         collect(application, found);
     return found;
 }
 
+std::vector<AccessibleControl> AccessibleControls::all() const
+{
+    std::vector<AccessibleControl> controls;
+    for (const Node &node : nodes()) {
+        const AccessibleControl control = controlAt(node);
+        if (control.isShowing)
+            controls.push_back(control);
+    }
+    return controls;
+}
+
+std::vector<AccessibleControl> AccessibleControls::showing(const QString &name) const
+{
+    std::vector<AccessibleControl> controls;
+    for (const Node &node : nodes()) {
+        if (nameOf(node) != name)
+            continue;
+        const AccessibleControl control = controlAt(node);
+        if (control.isShowing)
+            controls.push_back(control);
+    }
+    return controls;
+}
+
 std::optional<AccessibleControl> AccessibleControls::find(const QString &name,
                                                           std::size_t index) const
 {
-    std::optional<AccessibleControl> found;
+    std::vector<AccessibleControl> found;
     std::ignore = waitFor([&] {
-        std::size_t passed = 0;
-        for (const AccessibleControl &control : all()) {
-            if (control.name == name && passed++ == index)
-                found = control;
-        }
-        return found.has_value();
+        found = showing(name);
+        return found.size() > index;
     });
-    return found;
+    return found.size() > index ? std::optional(found.at(index)) : std::nullopt;
 }
 
 bool AccessibleControls::shows(const QString &name) const
 {
-    const auto controls = all();
-    return std::ranges::any_of(
-        controls, [&](const AccessibleControl &control) { return control.name == name; });
+    return !showing(name).empty();
 }
 
 } // namespace lumacap::harness

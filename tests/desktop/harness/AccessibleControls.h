@@ -47,8 +47,11 @@ private:
     };
 
     std::vector<Node> children(const Node &node) const;
-    void collect(const Node &node, std::vector<AccessibleControl> &found) const;
+    void collect(const Node &node, std::vector<Node> &found) const;
+    std::vector<Node> nodes() const;
+    QString nameOf(const Node &node) const;
     AccessibleControl controlAt(const Node &node) const;
+    std::vector<AccessibleControl> showing(const QString &name) const;
 
     QString m_connectionName;
     QDBusConnection m_bus;
