@@ -3,6 +3,7 @@
 #include <QFile>
 
 #include <chrono>
+#include <string>
 
 #include <xcb/xcb.h>
 
@@ -23,6 +24,23 @@ struct WindowFollowing : WindowListFixture {
         return reply ? reply->all_event_masks : 0;
     }
 };
+
+TEST_F(WindowFollowing, readsWhatGoesOnChangingAFewTimesASecond)
+{
+    start({.windowManager = WindowManager::Nobody});
+    const PlainWindow &window = addShown("0", {100, 100, 200, 100});
+    follow();
+    expectTitles({"0"});
+
+    int changes = 0;
+    const auto change = [&] {
+        window.setTitle(QByteArray::number(++changes));
+        return false;
+    };
+    ASSERT_FALSE(waitFor(change, 1s));
+    EXPECT_LT(list->history().size(), 20U) << "of " << changes;
+    expectTitles({std::to_string(changes)});
+}
 
 TEST_F(WindowFollowing, watchesWindowsNoLongerThanItIsAskedTo)
 {

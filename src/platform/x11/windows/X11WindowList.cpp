@@ -27,6 +27,9 @@ namespace {
 
 /// A window that opens, closes or is dragged is many changes, which are read as one.
 constexpr auto burst = 15ms;
+/// What goes on changing is read no more often, for hundreds of windows cost a processor many
+/// milliseconds each time.
+constexpr auto pause = 200ms;
 
 constexpr std::uint32_t rootEvents =
     XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE;
@@ -91,7 +94,6 @@ X11WindowList::X11WindowList(xcb::Connection &connection, const ApplicationNames
     , m_names(names)
 {
     m_settling.setSingleShot(true);
-    m_settling.setInterval(burst);
     connect(&m_settling, &QTimer::timeout, this, [this] { spawn(readAnew()); });
     connect(&connection, &xcb::Connection::received, this, &X11WindowList::handleEvent);
     prepareProcessIds(connection);
@@ -121,6 +123,7 @@ void X11WindowList::release()
 {
     ++m_round;
     m_settling.stop();
+    m_pause.setRemainingTime(0);
     m_following.reset();
     m_windows.clear();
 }
@@ -149,14 +152,16 @@ QCoro::Task<> X11WindowList::read()
 QCoro::Task<> X11WindowList::readAnew()
 {
     if (m_isReading) {
-        m_settling.start();
+        m_settling.start(burst);
         co_return;
     }
     const QPointer self(this);
     m_isReading = true;
     co_await read();
-    if (self)
-        m_isReading = false;
+    if (!self)
+        co_return;
+    m_isReading = false;
+    m_pause.setRemainingTime(pause);
 }
 
 void X11WindowList::watch(const std::vector<SeenWindow> &seen)
@@ -193,7 +198,7 @@ void X11WindowList::handleEvent(const void *event)
     // The first change of a burst starts the wait, so that endless changes don't prolong it.
     const auto &happened = *static_cast<const xcb_generic_event_t *>(event);
     if (m_following && !m_settling.isActive() && mayChangeTheList(happened, m_following->atoms))
-        m_settling.start();
+        m_settling.start(std::max(burst, std::chrono::milliseconds(m_pause.remainingTime())));
 }
 
 } // namespace lumacap::x11

@@ -4,6 +4,7 @@
 #include "platform/x11/Monitors.h"
 #include "platform/x11/windows/ClientWindows.h"
 
+#include <QDeadlineTimer>
 #include <QObject>
 #include <QTimer>
 
@@ -47,7 +48,8 @@ private:
     xcb::Connection &m_connection;
     const ApplicationNames &m_names;
     std::unique_ptr<Following> m_following; // from `prepare` to `release`
-    QTimer m_settling;
+    QTimer m_settling; // from the first change to the next reading
+    QDeadlineTimer m_pause{0}; // until changes are read at once again
     std::vector<WindowRecord> m_windows;
     unsigned int m_round = 0; // another one since each `prepare` and `release`
     bool m_isReading = false;
