@@ -204,9 +204,7 @@ TEST_F(WindowListFixture, aShadowThatTheProgramPaintsIsNoPartOfItsWindow)
     start({.windowManager = WindowManager::Xfwm4});
     const PlainWindow &window = add("shadowed", {100, 100, 240, 140});
     window.setNumbers("_GTK_FRAME_EXTENTS", {10, 12, 8, 14});
-    constexpr std::uint32_t decorationsGiven = 2;
-    const std::vector<std::uint32_t> none{decorationsGiven, 0, 0, 0, 0};
-    window.setNumbers("_MOTIF_WM_HINTS", none, "_MOTIF_WM_HINTS");
+    window.renounceDecoration();
     window.show();
     follow();
 

@@ -71,6 +71,13 @@ void PlainWindow::setAtoms(const char *property, const std::vector<const char *>
     m_connection.finish();
 }
 
+void PlainWindow::renounceDecoration() const
+{
+    constexpr std::uint32_t decorationsGiven = 2;
+    const std::vector<std::uint32_t> none{decorationsGiven, 0, 0, 0, 0};
+    setNumbers("_MOTIF_WM_HINTS", none, "_MOTIF_WM_HINTS");
+}
+
 void PlainWindow::show() const
 {
     xcb_map_window(m_connection.raw(), m_id);

@@ -37,6 +37,9 @@ public:
                     const char *type = "CARDINAL") const;
     void setAtoms(const char *property, const std::vector<const char *> &names) const;
 
+    /// Asks the window manager for no frame around it, before it is shown.
+    void renounceDecoration() const;
+
     /// Puts it on the screen and waits until it is there.
     void show() const;
     bool isOnScreen() const;
