@@ -2,6 +2,11 @@
 #include "harness/TrayHost.h"
 #include "harness/WaitFor.h"
 
+#include <QFile>
+
+#include <array>
+#include <vector>
+
 namespace lumacap::harness {
 namespace {
 
@@ -110,9 +115,28 @@ TEST_P(FrameTest, isPutAroundTheSelectionByPreference)
     EXPECT_EQ(differingPixels(expected.copy(10, 1, 180, 139), picture.copy(70, 97, 180, 139)), 0);
 }
 
-INSTANTIATE_TEST_SUITE_P(Backgrounds, FrameTest,
-                         testing::Values("dominantColor", "darkSlate", "light", "ocean", "sunset",
-                                         "newspaper"));
+constexpr std::array backgrounds{"dominantColor", "darkSlate", "light",
+                                 "ocean",         "sunset",    "newspaper"};
+
+INSTANTIATE_TEST_SUITE_P(Backgrounds, FrameTest, testing::ValuesIn(backgrounds));
+
+TEST_F(SelectionTest, eachBackgroundOfTheFrameIsAnother)
+{
+    start();
+    std::vector<QImage> seen;
+    for (const char *const background : backgrounds) {
+        set({{u"defaultShowFrame"_s, u"true"_s},
+             {u"defaultFrameBackground"_s, QLatin1StringView(background)}});
+        openOverlay();
+        drag({100, 100}, {300, 250});
+        press(u"Return"_s);
+        const QImage margin = savedPicture().copy(0, 0, 320, 40);
+        for (const QImage &other : seen)
+            EXPECT_GT(differingPixels(other, margin, 2), 320 * 40 / 2) << background;
+        seen.push_back(margin);
+        ASSERT_TRUE(QFile::remove(files().value(0)));
+    }
+}
 
 TEST_F(SelectionTest, aSecondRequestWhileTheOverlayIsUpDoesNothing)
 {
