@@ -156,6 +156,7 @@ TEST_P(ScaledSelectionTest, aClickedWindowIsItsPixels)
     const PlainWindow window(desktop->server().display(), area);
     window.renounceDecoration();
     window.show();
+    window.requireManaged();
     const QImage expected = shownOn(desktop->server().display(), area);
     screen->placePointer({840, 30});
     openOverlay();

@@ -28,6 +28,7 @@ struct WindowSelectionTest : SelectionFixture {
         windows.emplace_back(desktop->server().display(), area);
         windows.back().renounceDecoration();
         windows.back().show();
+        windows.back().requireManaged();
         return shownOn(desktop->server().display(), area);
     }
 
@@ -56,6 +57,7 @@ TEST_F(WindowSelectionTest, aClickedWindowIsSavedWithItsDecoration)
 {
     start();
     const auto window = PlainWindow::shown(desktop->server().display(), {201, 151, 233, 117});
+    window.requireManaged();
     const QRect frame = window.outermostFrame();
     ASSERT_GT(frame.height(), 117);
     openOverlay();

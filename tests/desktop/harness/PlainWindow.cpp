@@ -84,6 +84,16 @@ void PlainWindow::show() const
     require("the window", [this] { return isOnScreen(); });
 }
 
+void PlainWindow::requireManaged() const
+{
+    require("the window to be managed", [this] {
+        const QByteArray list =
+            m_connection.property(m_connection.root(), "_NET_CLIENT_LIST_STACKING");
+        const QByteArrayView id(reinterpret_cast<const char *>(&m_id), sizeof m_id);
+        return list.contains(id);
+    });
+}
+
 bool PlainWindow::isOnScreen() const
 {
     return m_connection.isViewable(m_id);

@@ -42,6 +42,8 @@ public:
 
     /// Puts it on the screen and waits until it is there.
     void show() const;
+    /// Waits until the window manager counts it among its windows, which is a little later.
+    void requireManaged() const;
     bool isOnScreen() const;
     void hide() const;
     /// Takes the keyboard's focus, and waits until it has it.
