@@ -17,8 +17,13 @@ public:
 
 protected:
     void resizeEvent(QResizeEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseMoveEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
 
 private:
+    void passOn(QMouseEvent *event);
+
     QWidget *m_contentView = nullptr;
 };
 

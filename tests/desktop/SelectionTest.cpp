@@ -1,4 +1,6 @@
 #include "SelectionFixture.h"
+#include "harness/PlainWindow.h"
+#include "harness/ShownPicture.h"
 #include "harness/TrayHost.h"
 #include "harness/WaitFor.h"
 
@@ -200,6 +202,26 @@ TEST_F(SelectionTest, quitWhileTheOverlayIsUpEndsTheAgent)
     ASSERT_TRUE(agent->activate(u"quit"_s));
 
     EXPECT_EQ(agent->process().waitForEnd(std::chrono::seconds(20)), Ending{.code = 0});
+}
+
+TEST_F(SelectionTest, atScaleTwoAWindowIsSelectedOnTheScreensLastPixel)
+{
+    startDesktop();
+    screen->lower();
+    const QRect area(700, 500, 100, 100);
+    const PlainWindow window(desktop->server().display(), area);
+    window.renounceDecoration();
+    window.show();
+    window.requireManaged();
+    const QImage expected = shownOn(desktop->server().display(), area);
+    desktop->set("QT_SCALE_FACTOR", "2");
+    startAgent();
+    openOverlay();
+
+    click({799, 599});
+    press(u"Return"_s);
+
+    EXPECT_EQ(differingPixels(expected, savedPicture()), 0);
 }
 
 TEST_F(SelectionTest, atScaleTwoADragIsNativePixels)
