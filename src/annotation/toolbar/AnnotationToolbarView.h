@@ -1,15 +1,13 @@
 #pragma once
 
 #include "annotation/toolbar/Backdrop.h"
-#include "annotation/toolbar/WrappingRow.h"
+#include "annotation/toolbar/ToolbarRow.h"
 #include "graphics/Geometry.h"
 
 #include <QPointer>
 #include <QRectF>
 #include <QWidget>
 
-#include <functional>
-#include <memory>
 #include <vector>
 
 class QImage;
@@ -17,10 +15,7 @@ class QImage;
 namespace lumacap {
 
 class AnnotationStore;
-class BackgroundMenuButton;
 class BackgroundStyleMenu;
-class ToolbarButton;
-class UndoButton;
 
 /// The strip of controls over the frozen screen. It shows what the store says and writes there what
 /// is clicked; it has no state of its own. All its lengths are in points, of which the host says
@@ -55,45 +50,17 @@ protected:
     void resizeEvent(QResizeEvent *event) override;
 
 private:
-    enum class Presence { Always, WithMagnifier, WithFrame };
-
-    /// A control of the row; a divider where it has no button.
-    struct Entry {
-        Presence presence;
-        ToolbarButton *button;
-        std::function<bool()> isCurrent;
-    };
-
-    void addTools();
-    void addStyles();
-    void addMagnifierChoices();
-    void addFrame();
-    void addEnds();
-    void addDivider(Presence presence);
-    void add(Presence presence, ToolbarButton *button, const QString &objectName,
-             std::function<void()> action, std::function<bool()> isCurrent = {});
-    template <class Value>
-    void addChoice(Presence presence, ToolbarButton *button, const QString &objectName, Value value,
-                   Value (AnnotationStore::*current)() const, void (AnnotationStore::*set)(Value));
-
     void scheduleRefresh();
     void refresh();
-    void showState();
     void layOut();
-    bool isPresent(Presence presence) const;
-    std::vector<RowItem> items() const;
     void openMenu();
 
     AnnotationStore &m_store;
-    std::vector<Entry> m_entries;
-    UndoButton *m_undo = nullptr;
-    BackgroundMenuButton *m_menuButton = nullptr;
+    ToolbarRow m_row;
     QPointer<BackgroundStyleMenu> m_menu;
     std::vector<QRectF> m_dividers; ///< in points
     Backdrop m_backdrop;
     double m_unitsAPoint = 1;
-    bool m_hasMagnifierChoices = false;
-    bool m_hasFrameMenu = false;
     bool m_isRefreshScheduled = false;
 };
 

@@ -25,14 +25,19 @@ struct Cells {
     int height;
     std::vector<Color> colors;
 
-    Color &at(int x, int y) { return colors[static_cast<std::size_t>(y * width + x)]; }
+    Color &at(int x, int y)
+    {
+        return colors[static_cast<std::size_t>(y) * static_cast<std::size_t>(width)
+                      + static_cast<std::size_t>(x)];
+    }
 };
 
 /// The mean of each square of `side` pixels; squares at the right and lower edge may be cut off.
 Cells averaged(const QImage &picture, int side)
 {
     Cells cells{(picture.width() + side - 1) / side, (picture.height() + side - 1) / side, {}};
-    cells.colors.resize(static_cast<std::size_t>(cells.width * cells.height));
+    cells.colors.resize(static_cast<std::size_t>(cells.width)
+                        * static_cast<std::size_t>(cells.height));
     std::vector<std::array<std::uint32_t, 3>> sums(static_cast<std::size_t>(cells.width));
     for (int row = 0; row < cells.height; ++row) {
         std::ranges::fill(sums, std::array<std::uint32_t, 3>{});

@@ -14,11 +14,10 @@ using namespace Qt::StringLiterals;
 
 namespace lumacap {
 
-BackgroundStyleMenu::BackgroundStyleMenu(FrameBackgroundStyle current, const QRectF &anchor,
-                                         double unitsAPoint, MenuOpener opener, QWidget *parent)
+BackgroundStyleMenu::BackgroundStyleMenu(FrameBackgroundStyle current, double unitsAPoint,
+                                         QWidget *parent)
     : QWidget(parent)
     , m_unitsAPoint(unitsAPoint)
-    , m_focusBefore(parent->window()->focusWidget())
     , m_panel(new QWidget(this))
 {
     setObjectName(u"frameBackground.menu"_s);
@@ -26,10 +25,15 @@ BackgroundStyleMenu::BackgroundStyleMenu(FrameBackgroundStyle current, const QRe
     setAttribute(Qt::WA_NoMousePropagation);
     m_panel->setAttribute(Qt::WA_NoMousePropagation);
     setCursor(Qt::ArrowCursor);
-    setGeometry(parent->rect());
     parent->installEventFilter(this);
     addRows(current);
+}
+
+void BackgroundStyleMenu::open(const QRectF &anchor, MenuOpener opener)
+{
+    setGeometry(parentWidget()->rect());
     placePanel(anchor);
+    m_focusBefore = window()->focusWidget();
     raise();
     show();
     takeFocus(opener);

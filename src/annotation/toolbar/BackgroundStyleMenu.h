@@ -22,10 +22,11 @@ class BackgroundStyleMenu final : public QWidget {
     Q_OBJECT
 
 public:
-    /// `anchor` is the frame of its button in units of the parent, of which `unitsAPoint` make a
-    /// point. Shown at once.
-    BackgroundStyleMenu(FrameBackgroundStyle current, const QRectF &anchor, double unitsAPoint,
-                        MenuOpener opener, QWidget *parent);
+    /// Of its parent's units `unitsAPoint` make a point. Hidden yet.
+    BackgroundStyleMenu(FrameBackgroundStyle current, double unitsAPoint, QWidget *parent);
+
+    /// Shows the menu by its button, whose frame is `anchor`, in units of the parent.
+    void open(const QRectF &anchor, MenuOpener opener);
 
     /// Marks another row.
     void showStyle(FrameBackgroundStyle style);
