@@ -67,6 +67,11 @@ class SharedMemoryGet:
         self.libc.shmctl(identifier, IPC_RMID, None)
         return segment
 
+    def close(self):
+        """Gives the segment and the connection back."""
+        self.xcb.xcb_disconnect(self.connection)
+        self.libc.shmdt(ctypes.c_void_p(self.address))
+
     def measure_with(self, segment):
         """Seconds of one get into `segment`."""
         self.shm.xcb_shm_get_image.restype = Cookie
@@ -86,3 +91,8 @@ class SharedMemoryGet:
     def measure(self):
         """Seconds of one get."""
         return self.measure_with(self.segment)
+
+    def picture(self):
+        """The screen's bytes as they are now, four a pixel."""
+        self.measure()
+        return ctypes.string_at(self.address, self.width * self.height * 4)

@@ -26,3 +26,11 @@ class SessionBus:
         if not reply:
             raise RuntimeError(f"{name} did not answer {method}")
         self.glib.g_variant_unref(ctypes.c_void_p(reply))
+
+    def send(self, name, path, interface, method, arguments):
+        """Calls `method` without waiting for its answer; the call is on its way when this returns."""
+        variant = ctypes.c_void_p(self.glib.g_variant_new_parsed(arguments.encode()))
+        self.gio.g_dbus_connection_call(
+            ctypes.c_void_p(self.connection), name.encode(), path.encode(), interface.encode(), method.encode(),
+            variant, None, 0, -1, None, None, None)
+        self.gio.g_dbus_connection_flush_sync(ctypes.c_void_p(self.connection), None, None)

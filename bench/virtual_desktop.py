@@ -72,6 +72,11 @@ class VirtualDesktop:
         end_remaining_children()
         shutil.rmtree(self.folder, ignore_errors=True)
 
+    @property
+    def server(self):
+        """The X server's process identifier."""
+        return self.processes[0].pid
+
     def spawn(self, *command, **variables):
         """Starts a program that stays until the desktop ends; its output is kept in `folder`/NAME.log meanwhile."""
         log = self.folder / (pathlib.Path(command[0]).name + ".log")
