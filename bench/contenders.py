@@ -10,8 +10,6 @@ import time
 import png_file
 from virtual_desktop import wait_until
 
-LIMIT_SECONDS = 60
-
 
 @dataclasses.dataclass
 class Measurement:
@@ -46,7 +44,7 @@ class OneShot:
         child.returncode = os.waitstatus_to_exitcode(status)
         if child.returncode != 0:
             raise RuntimeError(f"{self.name} ended with {child.returncode}")
-        wait_for_picture(target.parent, self.name)
+        png_file.wait_for(target.parent, self.name)
         seconds = time.perf_counter() - start
         return Measurement(seconds, usage.ru_utime + usage.ru_stime, target.stat().st_size)
 
@@ -79,22 +77,11 @@ class Resident:
     def take(self, desktop, target):
         start = time.perf_counter()
         desktop.session_bus.call(*self.request)
-        picture = wait_for_picture(self.folder, self.name)
+        picture = png_file.wait_for(self.folder, self.name)
         seconds = time.perf_counter() - start
         size = picture.stat().st_size
         picture.rename(target)
         return Measurement(seconds, None, size)
-
-
-def wait_for_picture(folder, name):
-    """The complete PNG that appears in `folder`, looked for every half millisecond: programs create it differently."""
-    deadline = time.monotonic() + LIMIT_SECONDS
-    while time.monotonic() < deadline:
-        for entry in folder.glob("**/*.png"):
-            if png_file.looks_complete(entry):
-                return entry
-        time.sleep(0.0005)
-    raise TimeoutError(f"{name} wrote no complete picture in {LIMIT_SECONDS} s")
 
 
 SETTINGS = "[General]\nsaveToFile=true\ncopyToClipboard=false\nsaveDirectory={folder}\n"

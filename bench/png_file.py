@@ -2,10 +2,14 @@
 
 import pathlib
 import struct
+import subprocess
+import time
 import zlib
 
 SIGNATURE = b"\x89PNG\r\n\x1a\n"
 LAST_CHUNK = b"\0\0\0\0IEND\xaeB`\x82"
+LIMIT_SECONDS = 60
+POINTER_PIXELS = 64 * 64  # some programs draw the mouse pointer into the picture, some do not
 
 
 def looks_complete(path):
@@ -17,6 +21,27 @@ def looks_complete(path):
             return file.read() == LAST_CHUNK
     except FileNotFoundError:
         return False
+
+
+def wait_for(folder, name):
+    """The complete PNG that appears in `folder`, looked for every half millisecond: programs create it differently."""
+    deadline = time.monotonic() + LIMIT_SECONDS
+    while time.monotonic() < deadline:
+        for entry in folder.glob("**/*.png"):
+            if looks_complete(entry):
+                return entry
+        time.sleep(0.0005)
+    raise TimeoutError(f"{name} wrote no complete picture in {LIMIT_SECONDS} s")
+
+
+def compare(path, screen, name, width, height):
+    """Raises where the picture that the program `name` took differs from the upper left `width` x `height` of `screen`
+    by more than a pointer's pixels."""
+    compared = subprocess.run(["compare-im6.q16", "-alpha", "off", "-metric", "AE",
+                               f"{screen}[{width}x{height}+0+0]", str(path), "null:"],
+                              capture_output=True, text=True, timeout=120, check=False)
+    if float(compared.stderr.split()[0]) > POINTER_PIXELS:
+        raise RuntimeError(f"{name}: {compared.stderr.strip()} pixels differ from the screen")
 
 
 def check(path, width, height):
