@@ -15,7 +15,7 @@ def package_version(package):
 
 def version(contender):
     """What the program itself says for ours, what the distribution says for the others."""
-    if contender.name != "lumacap":
+    if not contender.name.startswith("lumacap"):
         return package_version(contender.package)
     done = subprocess.run([contender.program, "--version"], capture_output=True, text=True, timeout=20, check=False,
                           env=os.environ | {"QT_QPA_PLATFORM": "offscreen"})

@@ -1,0 +1,98 @@
+"""The measurements of the overlays as Markdown tables."""
+
+import statistics
+
+from overlay_timings import percentile
+from report import milliseconds, ratio, version
+
+REFERENCE = "lumacap"
+
+
+def values(rounds, field):
+    """What the rounds hold for `field`; empty where the program cannot do it."""
+    return [value for value in (getattr(done, field) for done in rounds) if value is not None]
+
+
+def microseconds(times):
+    return f"{statistics.median(times) * 1e6:.0f}"
+
+
+def together(rounds):
+    return [own + server for own, server in zip(values(rounds, "step_own"), values(rounds, "step_server"))]
+
+
+def late(rounds):
+    """The 95th percentile of the motion's latency in each round."""
+    return [percentile(done.latencies, 0.95) for done in rounds if done.latencies]
+
+
+def spread(times):
+    return f"{milliseconds(times)} ({min(times) * 1000:.0f}–{max(times) * 1000:.0f})" if times else "–"
+
+
+def openings(programs, results, undriven):
+    lines = ["### Request until the overlay is on the screen", "",
+             "| program | version | asked by | fresh: median (min–max) ms | ratio to lumacap "
+             "| warm: median (min–max) ms | ratio to lumacap |", "|---|---|---|---:|---:|---:|---:|"]
+    reference = results.get(REFERENCE, [])
+    for program in programs:
+        fresh, warm = values(results[program.name], "fresh"), values(results[program.name], "warm")
+        lines.append(f"| {program.name} | {version(program)} | {program.asked} | {spread(fresh)} "
+                     f"| {ratio(fresh, values(reference, 'fresh'))} | {spread(warm)} "
+                     f"| {ratio(warm, values(reference, 'warm'))} |")
+    lines += [f"| {name} | {reason} | | | | | |" for name, reason in undriven.items()]
+    return lines
+
+
+def steps(programs, results, alone):
+    lines = ["### One step of a drag", "",
+             "| program | own processor µs | X server's µs | together µs | ratio to lumacap | by the clock, ms "
+             "| motion to pixels: median ms | 95 % within, ms | ratio to lumacap |",
+             "|---|---:|---:|---:|---:|---:|---:|---:|---:|"]
+    reference = results.get(REFERENCE, [])
+    for program in programs:
+        rounds = results[program.name]
+        if not values(rounds, "step"):
+            continue
+        all_latencies = [latency for done in rounds for latency in done.latencies]
+        lines.append(f"| {program.name} | {microseconds(values(rounds, 'step_own'))} "
+                     f"| {microseconds(values(rounds, 'step_server'))} | {microseconds(together(rounds))} "
+                     f"| {ratio(together(rounds), together(reference))} "
+                     f"| {statistics.median(values(rounds, 'step')) * 1000:.1f} | {milliseconds(all_latencies)} "
+                     f"| {milliseconds(late(rounds))} | {ratio(late(rounds), late(reference))} |")
+    lines.append(f"| the pointer alone, without an overlay | | {microseconds(alone)} | {microseconds(alone)} "
+                 "| | | | | |")
+    return lines
+
+
+def confirmations(programs, results):
+    lines = ["### Confirmation of the whole screen", "",
+             "| program | until the file is complete: median (min–max) ms | ratio to lumacap "
+             "| until the clipboard is owned, ms | ratio to lumacap "
+             "| until another program has read its PNG, ms | ratio to lumacap |", "|---|---:|---:|---:|---:|---:|---:|"]
+    reference = results.get(REFERENCE, [])
+    for program in programs:
+        if not values(results[program.name], "file"):
+            continue
+        cells = []
+        for field in ("file", "owned", "read"):
+            times = values(results[program.name], field)
+            cells += [spread(times), ratio(times, values(reference, field)) if times else "–"]
+        lines.append(f"| {program.name} | {' | '.join(cells)} |")
+    return lines
+
+
+def growth(results):
+    """Ratios are to the smallest screen, round by round."""
+    lines = ["### The same drag on screens of other sizes (lumacap alone)", "",
+             "| screen | own processor µs | X server's µs | of it for the pointer alone µs | together µs "
+             "| ratio to 1080p | by the clock, ms | motion to pixels: 95 % within, ms |",
+             "|---|---:|---:|---:|---:|---:|---:|---:|"]
+    sums = {name: [drag.own + drag.server for drag in drags] for name, drags in results.items()}
+    smallest = next(iter(sums.values()))
+    for name, drags in results.items():
+        lines.append(f"| {name} | {microseconds(values(drags, 'own'))} | {microseconds(values(drags, 'server'))} "
+                     f"| {microseconds(values(drags, 'alone'))} | {microseconds(sums[name])} "
+                     f"| {ratio(sums[name], smallest)} | {statistics.median(values(drags, 'step')) * 1000:.1f} "
+                     f"| {milliseconds(late(drags))} |")
+    return lines

@@ -1,0 +1,39 @@
+"""The selection overlays: several programs on a 4K screen, then ours alone on three sizes of screen."""
+
+import overlay_report
+from captures import HEIGHT, WIDTH, show_busy_screen
+from overlay_growth import Growth
+from overlay_programs import NOT_DRIVEN, overlay_programs
+from overlay_scene import STEPS_A_SECOND, OverlayScene
+from overlay_timings import STEPS, WATCHED_STEPS, Turns
+from session_bus import SessionBus
+from virtual_desktop import VirtualDesktop
+
+
+def compare_programs(lumacap, rounds, facts, screen_copy):
+    """Lines and measurements of all programs; the screen's picture is left at `screen_copy`."""
+    with VirtualDesktop(WIDTH, HEIGHT) as desktop:
+        screen_copy.write_bytes(show_busy_screen(desktop).read_bytes())
+        desktop.session_bus = SessionBus(desktop.environment["DBUS_SESSION_BUS_ADDRESS"])
+        scene = OverlayScene(desktop)
+        turns = Turns(scene, screen_copy)
+        programs = turns.admit(overlay_programs(lumacap))
+        results, alone = turns.take(programs, rounds)
+        lines = [*facts(desktop.folder),
+                 f"- a drag is {STEPS} steps at {STEPS_A_SECOND} a second; latencies are of {WATCHED_STEPS} steps of "
+                 "another",
+                 *(f"- {reason}" for reason in NOT_DRIVEN), "",
+                 *overlay_report.openings(programs, results, turns.undriven), "",
+                 *overlay_report.steps(programs, results, alone), "",
+                 *overlay_report.confirmations(programs, results)]
+        scene.close()
+    return lines, {"overlays": results, "pointer alone": alone}
+
+
+def run(lumacap, rounds, facts, folder):
+    """Lines of Markdown, and every measurement; `folder` is for files that go with the caller."""
+    screen = folder / "screen.ppm"
+    lines, everything = compare_programs(lumacap, rounds, facts, screen)
+    with Growth(lumacap, screen) as growth:
+        drags = growth.take(rounds)
+    return [*lines, "", *overlay_report.growth(drags)], everything | {"growth": drags}
