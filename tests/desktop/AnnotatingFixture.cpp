@@ -1,6 +1,7 @@
 #include "AnnotatingFixture.h"
 
 #include "annotation/AnnotationRenderer.h"
+#include "harness/InputMethod.h"
 
 namespace lumacap::harness {
 
@@ -14,6 +15,8 @@ void AnnotatingFixture::annotateOn(QSize size, int pixelsAPoint, const Settings 
     AccessibleControls::enable(*desktop);
     if (pixelsAPoint != 1)
         desktop->set("QT_SCALE_FACTOR", QByteArray::number(pixelsAPoint));
+    if (withInputMethod)
+        const InputMethod started(*desktop);
     set(settings);
     startAgent();
     screen->placePointer({2, 2});

@@ -37,6 +37,9 @@ struct AnnotatingFixture : SelectionFixture {
 
     static QColor colorOf(AnnotationColor color) { return nsColor(color); }
 
+    /// Has the agent of the next start type through an input method.
+    bool withInputMethod = false;
+
 private:
     int m_scale = 1;
     QSize m_size = points;

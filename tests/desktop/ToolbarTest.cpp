@@ -186,6 +186,20 @@ TEST_F(ToolbarTest, accentsAndDeadKeysAreTyped)
     EXPECT_EQ(differingPixels(expectedWith(marks(text(u"éâç"_s, {150, 262}))), savedPicture()), 0);
 }
 
+TEST_F(ToolbarTest, wordsOfAnInputMethodAreTyped)
+{
+    withInputMethod = true;
+    annotate(1, selected);
+    use(u"text"_s);
+    clickPoint({150, 250});
+    input({u"type"_s, u"vieetj nam"_s}); // the last word is still being composed
+    press(u"Tab"_s);
+    press(u"Return"_s);
+
+    EXPECT_EQ(differingPixels(expectedWith(marks(text(u"việt nam"_s, {150, 262}))), savedPicture()),
+              0);
+}
+
 TEST_F(ToolbarTest, escapeClosesTheTextThenDropsTheLoupeThenCancels)
 {
     annotate(1, selected);
