@@ -145,6 +145,7 @@ void OverlayView::paintEvent(QPaintEvent *event)
         const QRect pixels =
             QRectF(QPointF(rect.topLeft()) * ratio, QSizeF(rect.size()) * ratio).toAlignedRect()
             & m_picture.rect();
+        painter.setClipRect(pixels); // or the toolkit wakes its threads to copy a few rows
         painter.drawImage(pixels.topLeft(), m_picture, pixels);
     }
 }
