@@ -24,7 +24,7 @@ class Sight:
 
 
 def sight(look, step):
-    """Where to look for step number `step` (1 for the first)."""
+    """Where to look for step number `step`, 1 for the first; LookupError where the screen is too dark to tell."""
     earlier, later = corner(step - 1), corner(step)
     x = min(earlier[0], later[0]) + STEP[0] // 2  # away from the lines on both edges
     low, high = ORIGIN[1], min(earlier[1], later[1])
@@ -33,4 +33,4 @@ def sight(look, step):
         if look.tells(x, y):
             grows = later[0] > earlier[0]
             return Sight(x, y, look.plain_at(x, y) if grows else look.veiled_at(x, y))
-    return None
+    raise LookupError(f"no pixel shows step {step} of the drag")

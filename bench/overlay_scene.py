@@ -143,9 +143,8 @@ class OverlayScene:
             place = sight(look, step)
             begin = time.perf_counter()
             self.person.move(*corner(step))
-            if place:
-                seen = self.watch.wait_for([(place.x, place.y)], [place.colour], LIMIT_SECONDS, f"step {step}")
-                latencies.append(seen - begin)
+            seen = self.watch.wait_for([(place.x, place.y)], [place.colour], LIMIT_SECONDS, f"step {step}")
+            latencies.append(seen - begin)
             self._sleep_until(begin + 1 / STEPS_A_SECOND)
         return latencies
 
