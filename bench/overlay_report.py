@@ -96,3 +96,17 @@ def growth(results):
                      f"| {ratio(sums[name], smallest)} | {statistics.median(values(drags, 'step')) * 1000:.1f} "
                      f"| {milliseconds(late(drags))} |")
     return lines
+
+
+def marks(results):
+    """Ratios are to the same drag without marks, round by round."""
+    lines = ["### The same drag with marks on the screen (lumacap alone)", "",
+             "| drag | marks | own processor µs | X server's µs | together µs | ratio to no marks |",
+             "|---|---:|---:|---:|---:|---:|"]
+    sums = {kind: [drag.own + drag.server for drag in drags] for kind, drags in results.items()}
+    for (selecting, count), drags in results.items():
+        what = "selecting an area" if selecting else "drawing an arrow"
+        lines.append(f"| {what} | {count} | {microseconds(values(drags, 'own'))} "
+                     f"| {microseconds(values(drags, 'server'))} | {microseconds(sums[selecting, count])} "
+                     f"| {ratio(sums[selecting, count], sums[selecting, 0])} |")
+    return lines

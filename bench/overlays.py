@@ -1,8 +1,9 @@
-"""The selection overlays: several programs on a 4K screen, then ours alone on three sizes of screen."""
+"""The selection overlays: several programs on a 4K screen, then ours alone on three sizes of screen and among marks."""
 
 import overlay_report
 from captures import HEIGHT, WIDTH, show_busy_screen
-from overlay_growth import Growth
+from overlay_growth import Growth, show
+from overlay_marks import MarkedDrags
 from overlay_programs import NOT_DRIVEN, overlay_programs
 from overlay_scene import STEPS_A_SECOND, OverlayScene
 from overlay_timings import STEPS, WATCHED_STEPS, Turns
@@ -30,10 +31,19 @@ def compare_programs(lumacap, rounds, facts, screen_copy):
     return lines, {"overlays": results, "pointer alone": alone}
 
 
+def drag_among_marks(lumacap, rounds, screen):
+    with VirtualDesktop(WIDTH, HEIGHT) as desktop:
+        show(desktop, screen)
+        desktop.session_bus = SessionBus(desktop.environment["DBUS_SESSION_BUS_ADDRESS"])
+        return MarkedDrags(desktop, lumacap).take(rounds)
+
+
 def run(lumacap, rounds, facts, folder):
     """Lines of Markdown, and every measurement; `folder` is for files that go with the caller."""
     screen = folder / "screen.ppm"
     lines, everything = compare_programs(lumacap, rounds, facts, screen)
     with Growth(lumacap, screen) as growth:
         drags = growth.take(rounds)
-    return [*lines, "", *overlay_report.growth(drags)], everything | {"growth": drags}
+    marked = drag_among_marks(lumacap, rounds, screen)
+    return ([*lines, "", *overlay_report.growth(drags), "", *overlay_report.marks(marked)],
+            everything | {"growth": drags, "marks": [(*kind, drags) for kind, drags in marked.items()]})
