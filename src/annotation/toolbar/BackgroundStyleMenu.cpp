@@ -94,43 +94,29 @@ void BackgroundStyleMenu::choose(FrameBackgroundStyle style)
     end();
 }
 
-/// What the user sees of the menu is gone, and the focus where it was.
-void BackgroundStyleMenu::leave()
+void BackgroundStyleMenu::end()
 {
     if (m_hasEnded)
         return;
     m_hasEnded = true;
     if (m_focusBefore)
         m_focusBefore->setFocus(Qt::PopupFocusReason);
-    m_panel->hide();
-    update();
-    Q_EMIT ended();
-}
-
-void BackgroundStyleMenu::end()
-{
-    leave();
     hide();
     deleteLater();
+    Q_EMIT ended();
 }
 
 void BackgroundStyleMenu::paintEvent(QPaintEvent * /*event*/)
 {
-    if (m_hasEnded)
-        return;
     QPainter painter(this);
     paintMenuPanel(painter, m_panel->geometry(), m_unitsAPoint, themeOf(palette()));
 }
 
+/// The moves and the release that follow reach nothing else: the toolkit drops what belongs to a
+/// press whose widget has gone.
 void BackgroundStyleMenu::mousePressEvent(QMouseEvent * /*event*/)
 {
-    leave(); // and stays until the release, which is to reach nothing else either
-}
-
-void BackgroundStyleMenu::mouseReleaseEvent(QMouseEvent *event)
-{
-    if (m_hasEnded && event->buttons() == Qt::NoButton)
-        end();
+    end();
 }
 
 int BackgroundStyleMenu::focusedRow() const

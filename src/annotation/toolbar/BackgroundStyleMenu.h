@@ -44,7 +44,6 @@ Q_SIGNALS:
 protected:
     void paintEvent(QPaintEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
-    void mouseReleaseEvent(QMouseEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     bool focusNextPrevChild(bool next) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
@@ -54,7 +53,6 @@ private:
     void placePanel(const QRectF &anchor);
     void takeFocus(MenuOpener opener);
     void choose(FrameBackgroundStyle style);
-    void leave();
     void focusRow(int index);
     int focusedRow() const;
 

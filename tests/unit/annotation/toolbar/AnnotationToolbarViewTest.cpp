@@ -226,9 +226,13 @@ TEST_F(AnnotationToolbarViewTest, shapeAndZoomOfTheLoupeAreChosenByTheirButtons)
 
 TEST_F(AnnotationToolbarViewTest, clickingTheCurrentOneLeavesItCurrent)
 {
+    control("tool.selection").click();
+    EXPECT_TRUE(control("tool.selection").isChecked());
+    control("tool.arrow").click();
+    EXPECT_FALSE(control("tool.arrow").isChecked()) << "before the store says so";
+
     click("tool.selection");
     settle();
-
     EXPECT_TRUE(control("tool.selection").isChecked());
 }
 
