@@ -78,10 +78,9 @@ TEST(WrappingRow, answersTheSameForTheWidthItAnswered)
 {
     std::mt19937 random(7); // NOLINT(bugprone-random-generator-seed): the same cases every time
     for (int round = 0; round < 300; ++round) {
-        std::vector<RowItem> items;
-        for (int count = 0; count < 25; ++count)
-            items.push_back(random() % 4 == 0 ? divider
-                                              : control(10 + static_cast<double>(random() % 60)));
+        std::array<RowItem, 25> items;
+        for (RowItem &item : items)
+            item = random() % 4 == 0 ? divider : control(10 + static_cast<double>(random() % 60));
         const RowPlacement once = placedInRows(items, 60 + static_cast<double>(random() % 900), 10);
         const RowPlacement again = placedInRows(items, once.size.width, 10);
         EXPECT_EQ(once.frames, again.frames);
