@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/CarbonModifiers.h"
+
 #include <QByteArray>
 #include <QString>
 
@@ -7,15 +9,6 @@
 #include <optional>
 
 namespace lumacap {
-
-/// Modifier bits of a stored shortcut, in the Carbon encoding; the same mask in memory, on disk and
-/// when a shortcut is registered.
-namespace carbon {
-inline constexpr std::uint32_t cmdKey = 0x0100;
-inline constexpr std::uint32_t shiftKey = 0x0200;
-inline constexpr std::uint32_t optionKey = 0x0800;
-inline constexpr std::uint32_t controlKey = 0x1000;
-} // namespace carbon
 
 /// A shortcut: a physical key and the modifiers held with it.
 struct KeyCombo {
