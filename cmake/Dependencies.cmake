@@ -2,7 +2,7 @@
 find_package(Qt6 6.4 REQUIRED COMPONENTS Core Gui Widgets DBus Svg)
 find_package(QCoro6 0.8 REQUIRED COMPONENTS Core DBus)
 find_package(PkgConfig REQUIRED)
-pkg_check_modules(XCB REQUIRED IMPORTED_TARGET xcb xcb-shm xcb-randr xcb-xfixes xcb-damage xcb-res)
+pkg_check_modules(XCB REQUIRED IMPORTED_TARGET xcb xcb-shm xcb-randr xcb-xfixes xcb-damage xcb-res xcb-xinput)
 pkg_check_modules(CANBERRA REQUIRED IMPORTED_TARGET libcanberra)
 pkg_check_modules(ISAL IMPORTED_TARGET libisal) # zlib deflates where it is not built
 pkg_check_modules(ZLIB REQUIRED IMPORTED_TARGET zlib)

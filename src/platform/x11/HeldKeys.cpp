@@ -17,6 +17,8 @@ namespace {
 constexpr auto limit = 1s;
 constexpr auto pause = 10ms;
 
+} // namespace
+
 KeyCodes pressedKeys(const xcb_query_keymap_reply_t &reply)
 {
     KeyCodes keys;
@@ -24,8 +26,6 @@ KeyCodes pressedKeys(const xcb_query_keymap_reply_t &reply)
         keys[code] = (reply.keys[code / 8] >> code % 8 & 1) != 0;
     return keys;
 }
-
-} // namespace
 
 KeyCodes heldKeys(xcb_connection_t *connection)
 {

@@ -7,11 +7,15 @@
 #include <bitset>
 
 struct xcb_connection_t;
+struct xcb_query_keymap_reply_t;
 
 namespace lumacap::x11 {
 
 /// Key codes of keys that are down.
 using KeyCodes = std::bitset<256>;
+
+/// The keys that the server said are down.
+KeyCodes pressedKeys(const xcb_query_keymap_reply_t &reply);
 
 /// The keys that are down now, but for modifiers, which do nothing alone. Two round trips.
 KeyCodes heldKeys(xcb_connection_t *connection);
