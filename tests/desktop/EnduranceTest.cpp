@@ -15,21 +15,6 @@ namespace {
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
-/// Waits until the process has not woken up for `quiet`.
-bool comesToRest(pid_t process, std::chrono::seconds quiet, std::chrono::seconds limit)
-{
-    std::int64_t seen = wakeUps(process);
-    auto since = std::chrono::steady_clock::now();
-    return waitFor(
-        [&] {
-            const std::int64_t now = wakeUps(process);
-            if (now != std::exchange(seen, now))
-                since = std::chrono::steady_clock::now();
-            return std::chrono::steady_clock::now() - since > quiet;
-        },
-        limit);
-}
-
 /// Longer than the toolkit keeps idle worker threads and the pictures of its cache: both end once,
 /// half a minute after their last use.
 constexpr std::chrono::seconds settling{35};

@@ -6,6 +6,7 @@
 
 #include <optional>
 #include <stdexcept>
+#include <utility>
 
 namespace lumacap::harness {
 
@@ -36,6 +37,20 @@ std::int64_t wakeUps(pid_t process)
         sum +=
             numberIn(tasks.filePath(task) + "/status"_L1, "voluntary_ctxt_switches:").value_or(0);
     return sum;
+}
+
+bool comesToRest(pid_t process, std::chrono::milliseconds quiet, std::chrono::milliseconds limit)
+{
+    std::int64_t seen = wakeUps(process);
+    auto since = std::chrono::steady_clock::now();
+    return waitFor(
+        [&] {
+            const std::int64_t now = wakeUps(process);
+            if (now != std::exchange(seen, now))
+                since = std::chrono::steady_clock::now();
+            return std::chrono::steady_clock::now() - since > quiet;
+        },
+        limit);
 }
 
 std::int64_t memoryOf(pid_t process)

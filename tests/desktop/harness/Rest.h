@@ -1,5 +1,8 @@
 #pragma once
 
+#include "harness/WaitFor.h"
+
+#include <chrono>
 #include <cstdint>
 
 #include <sys/types.h>
@@ -9,6 +12,9 @@ namespace lumacap::harness {
 /// How often the threads of `process` have gone to sleep of their own accord, which is once a
 /// wake-up.
 std::int64_t wakeUps(pid_t process);
+/// Waits until `process` has not woken up for `quiet`; false when `limit` passes first.
+[[nodiscard]] bool comesToRest(pid_t process, std::chrono::milliseconds quiet,
+                               std::chrono::milliseconds limit = usualLimit);
 /// The memory that is the process's own, with its share of what it shares, in bytes.
 std::int64_t memoryOf(pid_t process);
 
