@@ -75,6 +75,31 @@ std::vector<WindowRecord> AbsentWindowList::windows() const
     return {};
 }
 
+void AbsentHotkeyService::setPressedHandler(PressedHandler /*handler*/) { }
+
+HotKeyRef AbsentHotkeyService::registerHotKey(const HotKey & /*hotKey*/, Answer answer)
+{
+    m_lastRef = HotKeyRef{std::to_underlying(m_lastRef) + 1};
+    m_unanswered.insert(m_lastRef);
+    QMetaObject::invokeMethod(
+        &m_context,
+        [this, ref = m_lastRef, answer = std::move(answer)] {
+            if (m_unanswered.erase(ref) != 0)
+                answer(HotKeyState::NotLive);
+        },
+        Qt::QueuedConnection);
+    return m_lastRef;
+}
+
+void AbsentHotkeyService::unregisterHotKey(HotKeyRef ref)
+{
+    m_unanswered.erase(ref);
+}
+
+void AbsentHotkeyService::suspend() { }
+
+void AbsentHotkeyService::resume() { }
+
 void AbsentPasteboard::clearContents() { }
 
 void AbsentPasteboard::write(std::unique_ptr<PasteboardItem> /*item*/) { }

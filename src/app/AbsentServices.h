@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/HotkeyService.h"
 #include "platform/OverlaySurface.h"
 #include "platform/Pasteboard.h"
 #include "platform/ScreenCapture.h"
@@ -9,6 +10,8 @@
 #include <QObject>
 #include <QPointer>
 #include <QWidget>
+
+#include <set>
 
 namespace lumacap {
 
@@ -48,6 +51,21 @@ public:
     QCoro::Task<> prepare() override;
     void release() override;
     std::vector<WindowRecord> windows() const override;
+};
+
+/// On a desktop that leaves all shortcuts to its settings.
+class AbsentHotkeyService final : public HotkeyService {
+public:
+    void setPressedHandler(PressedHandler handler) override;
+    HotKeyRef registerHotKey(const HotKey &hotKey, Answer answer) override;
+    void unregisterHotKey(HotKeyRef ref) override;
+    void suspend() override;
+    void resume() override;
+
+private:
+    std::set<HotKeyRef> m_unanswered;
+    HotKeyRef m_lastRef{};
+    QObject m_context;
 };
 
 /// On a desktop without a clipboard.

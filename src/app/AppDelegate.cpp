@@ -8,6 +8,7 @@
 #include "overlay/OverlayWindowController.h"
 #include "platform/ScreenCapture.h"
 #include "platform/Spawn.h"
+#include "preferences/HotkeyManager.h"
 #include "preferences/storage/PreferencesStorage.h"
 
 #include <QCoreApplication>
@@ -15,6 +16,7 @@
 #include <QTimer>
 
 #include <chrono>
+#include <cstdint>
 #include <tuple>
 
 using namespace std::chrono_literals;
@@ -26,6 +28,12 @@ namespace {
 /// For how long the end of the agent is put off for captures: one that a server answers is long
 /// done.
 constexpr auto captureLimit = 15s;
+
+/// The numbers of the shortcuts.
+namespace hotkey {
+constexpr std::uint32_t fullScreen = 1;
+constexpr std::uint32_t selection = 2;
+} // namespace hotkey
 
 } // namespace
 
@@ -51,6 +59,9 @@ void AppDelegate::applicationDidFinishLaunching()
                         *m_desktop.pasteboard, *m_desktop.soundPlayer, m_preferences},
         *m_captureEngine);
 
+    m_hotkeyManager = HotkeyManager::make(*m_desktop.hotkeyService);
+    registerHotkeys();
+
     const auto performing = [self = QPointer(this)](Command command) {
         return [self, command] {
             if (self)
@@ -63,6 +74,26 @@ void AppDelegate::applicationDidFinishLaunching()
         performing(Command::Quit));
     m_statusBarController->updateMenuShortcutLabels(m_preferences.fullScreenHotkey(),
                                                     m_preferences.selectionHotkey());
+}
+
+void AppDelegate::registerHotkeys()
+{
+    if (!m_hotkeyManager)
+        fatal("shortcuts are registered before launch finished");
+    const auto performing = [self = QPointer(this)](Command command) {
+        return [self, command] {
+            if (self)
+                self->perform(command);
+        };
+    };
+    m_hotkeyManager->unregisterAll();
+    m_hotkeyManager->registerHotKey(hotkey::fullScreen, m_preferences.fullScreenHotkey(),
+                                    performing(Command::FullScreen));
+    m_hotkeyManager->registerHotKey(hotkey::selection, m_preferences.selectionHotkey(),
+                                    performing(Command::Selection));
+    if (m_statusBarController)
+        m_statusBarController->updateMenuShortcutLabels(m_preferences.fullScreenHotkey(),
+                                                        m_preferences.selectionHotkey());
 }
 
 void AppDelegate::performFromMenu(Command command)

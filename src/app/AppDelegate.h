@@ -10,6 +10,7 @@
 namespace lumacap {
 
 class CaptureEngine;
+class HotkeyManager;
 class ImageSaver;
 class OverlayWindowController;
 class PreferencesStorage;
@@ -31,6 +32,10 @@ public:
 
     /// Builds the long-lived objects. Called once, when the event loop runs.
     void applicationDidFinishLaunching();
+
+    /// Drops both shortcuts and registers them as they are stored; the menu shows them from then
+    /// on. To be called when a stored one has changed. Launch has built the manager of shortcuts.
+    void registerHotkeys();
 
     /// Carries out a command of this version; launch has finished.
     void perform(Command command);
@@ -58,6 +63,7 @@ private:
     std::unique_ptr<ImageSaver> m_imageSaver;
     std::unique_ptr<CaptureEngine> m_captureEngine;
     std::unique_ptr<OverlayWindowController> m_overlayController;
+    std::shared_ptr<HotkeyManager> m_hotkeyManager; // and the process's
     std::unique_ptr<StatusBarController> m_statusBarController;
     int m_capturesUnderWay = 0;
     bool m_isTerminating = false;

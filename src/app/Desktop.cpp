@@ -12,7 +12,9 @@
 #include "platform/x11/X11Pasteboard.h"
 #include "platform/x11/X11ScreenCapture.h"
 #include "platform/x11/X11Screens.h"
+#include "platform/x11/hotkeys/X11HotkeyService.h"
 #include "platform/x11/windows/X11WindowList.h"
+#include "platform/xcb/Connection.h"
 
 #include <QCoreApplication>
 #include <QDBusConnection>
@@ -22,6 +24,7 @@
 
 #include <array>
 #include <string_view>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -85,6 +88,19 @@ constexpr std::array windowLists{
 constexpr std::array overlaySurfaces{
     Row<OverlaySurface>{"x11", hasX11Windows, overX11<OverlaySurface, x11::X11OverlaySurface>},
     Row<OverlaySurface>{"none", always, plain<OverlaySurface, AbsentOverlaySurface>},
+};
+
+std::unique_ptr<HotkeyService> hotkeysOverX11(const Session & /*session*/)
+{
+    auto connection = xcb::Connection::open();
+    if (!connection) // the server is going at this moment
+        return std::make_unique<AbsentHotkeyService>();
+    return std::make_unique<x11::X11HotkeyService>(std::move(*connection));
+}
+
+constexpr std::array hotkeyServices{
+    Row<HotkeyService>{"x11", hasX11, hotkeysOverX11},
+    Row<HotkeyService>{"none", always, plain<HotkeyService, AbsentHotkeyService>},
 };
 
 constexpr std::array pasteboards{
@@ -153,6 +169,7 @@ Desktop makeDesktop(const Session &session)
     desktop.windowList =
         choose(windowLists, session, "LUMACAP_WINDOW_LIST", *desktop.applicationNames);
     desktop.overlaySurface = choose(overlaySurfaces, session, "LUMACAP_OVERLAY_SURFACE");
+    desktop.hotkeyService = choose(hotkeyServices, session, "LUMACAP_HOTKEY_SERVICE");
     desktop.pasteboard = choose(pasteboards, session, "LUMACAP_PASTEBOARD");
     desktop.soundPlayer = std::make_unique<freedesktop::CanberraSoundPlayer>(soundPath());
     desktop.statusItem = trayItem(session);
