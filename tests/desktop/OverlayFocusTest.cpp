@@ -113,5 +113,22 @@ INSTANTIATE_TEST_SUITE_P(WindowManagers, OverlayFocusTest,
                                          WindowManager::Xfwm4),
                          [](const auto &instance) { return nameOf(instance.param); });
 
+struct RaisedWindowTest : OverlayFocusTest { };
+
+TEST_P(RaisedWindowTest, staysBeneathTheOverlay)
+{
+    start(sideBySide(GetParam()));
+    const auto onBoth = PlainWindow::shown(display, {500, 150, 300, 100});
+    const auto other = PlainWindow::shown(display, {520, 120, 100, 100});
+    coverRight();
+    click({510, 230});
+    EXPECT_TRUE(waitFor([&] { return onBoth.isFrontmost(); }));
+    requireShown(rightMonitor);
+}
+
+INSTANTIATE_TEST_SUITE_P(WindowManagers, RaisedWindowTest,
+                         testing::Values(WindowManager::Openbox, WindowManager::Xfwm4),
+                         [](const auto &instance) { return nameOf(instance.param); });
+
 } // namespace
 } // namespace lumacap::harness

@@ -9,6 +9,15 @@
 
 namespace lumacap::harness {
 
+namespace {
+
+QByteArrayView bytesOf(const std::uint32_t &id)
+{
+    return {reinterpret_cast<const char *>(&id), sizeof id};
+}
+
+} // namespace
+
 PlainWindow::PlainWindow(const QByteArray &display, const QRect &area, Placement placement,
                          std::uint32_t parent)
     : m_connection(display)
@@ -84,14 +93,20 @@ void PlainWindow::show() const
     require("the window", [this] { return isOnScreen(); });
 }
 
+/// The window manager's windows as ids of four bytes, the frontmost last.
+QByteArray PlainWindow::managed() const
+{
+    return m_connection.property(m_connection.root(), "_NET_CLIENT_LIST_STACKING");
+}
+
 void PlainWindow::requireManaged() const
 {
-    require("the window to be managed", [this] {
-        const QByteArray list =
-            m_connection.property(m_connection.root(), "_NET_CLIENT_LIST_STACKING");
-        const QByteArrayView id(reinterpret_cast<const char *>(&m_id), sizeof m_id);
-        return list.contains(id);
-    });
+    require("the window to be managed", [this] { return managed().contains(bytesOf(m_id)); });
+}
+
+bool PlainWindow::isFrontmost() const
+{
+    return managed().endsWith(bytesOf(m_id));
 }
 
 bool PlainWindow::isOnScreen() const

@@ -44,6 +44,8 @@ public:
     void show() const;
     /// Waits until the window manager counts it among its windows, which is a little later.
     void requireManaged() const;
+    /// Whether the window manager has it above all its other windows.
+    bool isFrontmost() const;
     bool isOnScreen() const;
     void hide() const;
     /// Takes the keyboard's focus, and waits until it has it.
@@ -71,6 +73,7 @@ public:
 private:
     void send(std::uint32_t about, const char *message,
               const std::vector<std::uint32_t> &data) const;
+    QByteArray managed() const;
     void countEvents();
 
     XConnection m_connection;
