@@ -42,7 +42,7 @@ TEST_F(SelectionEndTest, anAgentThatIsTerminatedTakesItsOverlayAlong)
     agent->process().send(SIGTERM);
 
     EXPECT_EQ(agent->process().waitForEnd(20s), Ending{.code = 0});
-    EXPECT_EQ(popUps(connection), withoutOverlay);
+    EXPECT_TRUE(waitFor([&] { return popUps(connection) == withoutOverlay; }));
     EXPECT_EQ(entriesOf(desktop->folder(u"pictures"_s)), QStringList());
 }
 
