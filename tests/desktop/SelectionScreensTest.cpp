@@ -115,12 +115,13 @@ std::ostream &operator<<(std::ostream &stream, const Scaling &scaling)
 }
 
 struct ScaledSelectionTest : SelectionFixture, testing::WithParamInterface<Scaling> {
-    /// The right monitor's size divides by none of the scales.
+    /// The right monitor's size divides by none of the scales. Its lower half is free of the
+    /// toolbar at all of them.
     void start()
     {
-        startDesktop({.server = {.size = {1440, 600},
-                                 .monitors = {{u"LEFT"_s, {0, 0, 800, 600}, Role::Primary},
-                                              {u"RIGHT"_s, {800, 0, 637, 599}}}}});
+        startDesktop({.server = {.size = {3200, 1200},
+                                 .monitors = {{u"LEFT"_s, {0, 0, 1600, 1200}, Role::Primary},
+                                              {u"RIGHT"_s, {1600, 0, 1597, 1199}}}}});
         if (GetParam().variable.isEmpty()) {
             const QString merge = u"echo Xft.dpi: %1 | xrdb -nocpp -merge"_s;
             ASSERT_EQ(desktop->ask({u"sh"_s, u"-c"_s, merge.arg(GetParam().value.toInt())}).ending,
@@ -135,7 +136,7 @@ struct ScaledSelectionTest : SelectionFixture, testing::WithParamInterface<Scali
 TEST_P(ScaledSelectionTest, aDragOverAnyPixelsIsThosePixels)
 {
     start();
-    for (const QRect &area : {QRect(101, 103, 201, 151), QRect(899, 77, 302, 205)}) {
+    for (const QRect &area : {QRect(101, 703, 201, 151), QRect(1699, 677, 302, 205)}) {
         screen->placePointer(area.topLeft() - QPoint(60, 60));
         openOverlay();
         const QImage expected = screen->expected(area);
@@ -152,16 +153,16 @@ TEST_P(ScaledSelectionTest, aClickedWindowIsItsPixels)
 {
     start();
     screen->lower();
-    const QRect area(903, 151, 233, 118);
+    const QRect area(1703, 751, 233, 118);
     const PlainWindow window(desktop->server().display(), area);
     window.renounceDecoration();
     window.show();
     window.requireManaged();
     const QImage expected = shownOn(desktop->server().display(), area);
-    screen->placePointer({840, 30});
+    screen->placePointer({1640, 30});
     openOverlay();
 
-    click({1000, 200});
+    click({1800, 800});
     press(u"Return"_s);
 
     EXPECT_EQ(differingPixels(expected, savedPicture()), 0);
@@ -170,12 +171,12 @@ TEST_P(ScaledSelectionTest, aClickedWindowIsItsPixels)
 TEST_P(ScaledSelectionTest, theWholeScreenIsItsPixels)
 {
     start();
-    screen->placePointer({840, 30});
+    screen->placePointer({1640, 30});
     openOverlay();
 
     press(u"Return"_s);
 
-    EXPECT_EQ(differingPixels(screen->expected({800, 0, 637, 599}), savedPicture()), 0);
+    EXPECT_EQ(differingPixels(screen->expected({1600, 0, 1597, 1199}), savedPicture()), 0);
 }
 
 INSTANTIATE_TEST_SUITE_P(

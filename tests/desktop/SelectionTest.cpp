@@ -38,9 +38,9 @@ TEST_F(SelectionTest, onlyTheScreenUnderThePointerIsFrozen)
     start();
     screen->placePointer({1000, 300});
     openOverlay();
-    const QImage expected = screen->expected({900, 100, 250, 300});
+    const QImage expected = screen->expected({900, 200, 250, 300});
 
-    drag({900, 100}, {1150, 400});
+    drag({900, 200}, {1150, 500});
     press(u"Return"_s);
 
     EXPECT_EQ(differingPixels(expected, savedPicture()), 0);
