@@ -29,6 +29,7 @@ void HotkeyFixture::start()
 
 void HotkeyFixture::startAgentWith(const Shortcut &shortcut)
 {
+    screen->lower();
     startAgent();
     clipboard = std::make_unique<ClipboardWatch>(display());
     require("the shortcut", [&] { return !isFree(display(), shortcut); });

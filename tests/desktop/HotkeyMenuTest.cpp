@@ -29,9 +29,10 @@ struct HotkeyMenuTest : HotkeyFixture {
         window->takeFocus();
         openMenu();
     }
-    void openMenu()
+    void openMenu(const QRect &area = menuArea)
     {
-        menu = std::make_unique<OpenMenu>(display(), menuArea);
+        menu.reset(); // an earlier one
+        menu = std::make_unique<OpenMenu>(display(), area);
         ASSERT_TRUE(comesToRest(agent->process().pid(), 100ms));
     }
 
@@ -151,10 +152,57 @@ TEST_F(HotkeyMenuTest, theAgentRestsAgainOnceTheMenuHasClosed)
     EXPECT_EQ(wakeUps(process), before);
 }
 
+TEST_F(HotkeyMenuTest, firesInTheMenuOfAWindowThatFillsTheScreen)
+{
+    startDesktop(smallScreen());
+    startAgentWith(fullScreenShortcut);
+    const PlainWindow film(display(), {100, 100, 300, 200});
+    film.setAtoms("_NET_WM_STATE", {"_NET_WM_STATE_FULLSCREEN"});
+    film.show();
+    ASSERT_TRUE(waitFor([&] { return film.outermostFrame() == QRect(0, 0, 640, 480); }));
+    openMenu();
+    pressFullScreen();
+    EXPECT_TRUE(captures(1));
+}
+
+TEST_F(HotkeyMenuTest, firesThoughSomethingHidesOneOfTheScreens)
+{
+    start();
+    openMenu({0, 0, 800, 600});
+    pressFullScreen();
+    EXPECT_TRUE(captures(1));
+}
+
+TEST_F(HotkeyMenuTest, doesNotFireOnALockedScreen)
+{
+    start();
+    openMenu({0, 0, 1440, 600}); // what a screen locker is to others
+    pressFullScreen();
+    constexpr int pressedKeys = 3;
+    ASSERT_TRUE(waitFor([this] { return menu->isOpen() && menu->keys() == pressedKeys; }));
+    openMenu(menuArea);
+    pressFullScreen();
+    EXPECT_TRUE(captures(1));
+}
+
+TEST_F(HotkeyMenuTest, doesNotFireOnScreensThatAreLockedOneByOne)
+{
+    start();
+    const PlainWindow right(display(), {800, 0, 640, 600}, Placement::ByItself);
+    right.show();
+    openMenu({0, 0, 800, 600});
+    pressFullScreen();
+    constexpr int pressedKeys = 3;
+    ASSERT_TRUE(waitFor([this] { return menu->isOpen() && menu->keys() == pressedKeys; }));
+    right.hide();
+    pressFullScreen();
+    EXPECT_TRUE(captures(1));
+}
+
 TEST_F(HotkeyMenuTest, firesInTheMenuOfAPanel)
 {
     startDesktop();
-    screen->lower();
+    screen->lower(); // beneath the panel, too
     XfcePanel panel(*desktop);
     startAgentWith(fullScreenShortcut);
     panel.requireIcon();

@@ -13,7 +13,11 @@ using namespace Qt::StringLiterals;
 
 /// Shortcuts of a program that does nothing else.
 struct HotkeyServiceTest : HotkeyFixture {
-    void SetUp() override { startDesktop(smallScreen()); }
+    void SetUp() override
+    {
+        startDesktop(smallScreen());
+        screen->lower();
+    }
     /// Starts it with shortcuts as settings store them.
     void run(const QStringList &shortcuts)
     {

@@ -151,6 +151,16 @@ TEST_F(HotkeyTest, aSelectionIsNotBegunAgainWhileOneIsUpButTheScreenIsCaptured)
     EXPECT_FALSE(overlayIsUp());
 }
 
+TEST_F(HotkeyTest, capturesAScreenThatTheOverlayHidesAltogether)
+{
+    startDesktop(smallScreen());
+    startAgentWith(fullScreenShortcut);
+    pressSelection();
+    ASSERT_TRUE(waitFor([this] { return overlayIsUp(); }));
+    pressFullScreen();
+    EXPECT_TRUE(captures(1));
+}
+
 TEST_F(HotkeyTest, doesNotWakeTheAgentForKeysThatAreTyped)
 {
     start();

@@ -2,6 +2,7 @@
 
 #include "platform/Spawn.h"
 #include "platform/VirtualKeys.h"
+#include "platform/x11/hotkeys/LockedScreen.h"
 #include "platform/xcb/Connection.h"
 
 #include <QPointer>
@@ -17,7 +18,7 @@ X11HotkeyService::X11HotkeyService(std::unique_ptr<xcb::Connection> connection)
     : m_connection(std::move(connection))
     , m_rawKeys(*m_connection,
                 [this](std::uint8_t key, const KeyCodes &held, std::uint32_t time) {
-                    press({key, m_modifierKeys.heldAmong(held)}, time);
+                    press({key, m_modifierKeys.heldAmong(held)}, time, Heard::BesideAnother);
                 })
     , m_keyboardHolder(*m_connection, [this] { updateListening(); })
 {
@@ -166,18 +167,22 @@ void X11HotkeyService::receive(const void *event)
     if (type == XCB_KEY_PRESS) {
         // A second layout may add to the state what no finger holds.
         const unsigned held = key.state & unsigned{m_modifierKeys.ofShortcuts()};
-        press({key.detail, static_cast<std::uint8_t>(held)}, key.time);
+        press({key.detail, static_cast<std::uint8_t>(held)}, key.time, Heard::AsOurs);
     }
 }
 
-void X11HotkeyService::press(KeyChord chord, std::uint32_t time)
+void X11HotkeyService::press(KeyChord chord, std::uint32_t time, Heard heard)
 {
     if (!m_presses.isNew(chord.key, time) || m_isSuspended || !m_onPressed)
         return;
     const auto pressed = std::ranges::find_if(
         m_registrations, [chord](const auto &entry) { return entry.second.grabbed == chord; });
-    if (pressed != m_registrations.end())
-        m_onPressed(pressed->second.hotKey.id);
+    if (pressed == m_registrations.end())
+        return;
+    // A screen locker holds the keyboard as a menu does, and is left alone with whoever is there.
+    if (heard == Heard::BesideAnother && isScreenLocked(*m_connection))
+        return;
+    m_onPressed(pressed->second.hotKey.id);
 }
 
 void X11HotkeyService::updateListening()

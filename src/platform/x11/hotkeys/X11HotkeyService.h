@@ -33,6 +33,8 @@ public:
     void resume() override;
 
 private:
+    /// How a press came: sent to us, or beside whoever it was sent to.
+    enum class Heard { AsOurs, BesideAnother };
     struct Registration {
         HotKey hotKey;
         Answer answer; ///< empty once called
@@ -49,7 +51,7 @@ private:
     bool isTaken(KeyChord chord) const;
     void conclude(HotKeyRef ref, int attempt, Grab grab);
     void receive(const void *event);
-    void press(KeyChord chord, std::uint32_t time);
+    void press(KeyChord chord, std::uint32_t time, Heard heard);
     void updateListening();
 
     std::unique_ptr<xcb::Connection> m_connection;
