@@ -32,8 +32,11 @@ struct HotkeyMenuTest : HotkeyFixture {
     void openMenu(const QRect &area = menuArea)
     {
         menu.reset(); // an earlier one
+        const pid_t process = agent->process().pid();
+        const std::int64_t before = wakeUps(process);
         menu = std::make_unique<OpenMenu>(display(), area);
-        ASSERT_TRUE(comesToRest(agent->process().pid(), 100ms));
+        ASSERT_TRUE(waitFor([&] { return wakeUps(process) > before; }));
+        ASSERT_TRUE(comesToRest(process, 200ms));
     }
 
     std::unique_ptr<PlainWindow> window;
