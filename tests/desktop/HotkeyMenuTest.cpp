@@ -168,6 +168,19 @@ TEST_F(HotkeyMenuTest, firesInTheMenuOfAWindowThatFillsTheScreen)
     EXPECT_TRUE(captures(1));
 }
 
+TEST_F(HotkeyMenuTest, firesUnderAnotherWindowManagerToo)
+{
+    startDesktop({.server = {.size = {640, 480}}, .windowManager = WindowManager::Xfwm4});
+    startAgentWith(fullScreenShortcut);
+    const auto terminal = PlainWindow::shown(display(), {100, 100, 300, 200});
+    terminal.takeFocus();
+    pressFullScreen();
+    EXPECT_TRUE(captures(1));
+    openMenu();
+    pressFullScreen();
+    EXPECT_TRUE(captures(2));
+}
+
 TEST_F(HotkeyMenuTest, firesThoughSomethingHidesOneOfTheScreens)
 {
     start();
