@@ -6,8 +6,8 @@
 
 namespace lumacap {
 
-/// Where the text of a mark is typed: black on white or in the mark's colour, in the way of the
-/// desktop and its input methods.
+/// Where the text of a mark is typed: in the mark's colour on white, in the way of the desktop and
+/// its input methods.
 class AnnotationTextField final : public QLineEdit {
     Q_OBJECT
 

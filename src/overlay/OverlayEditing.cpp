@@ -8,10 +8,6 @@
 #include "annotation/shapes/NumberedPointAnnotation.h"
 #include "annotation/shapes/RectAnnotation.h"
 #include "graphics/Fatal.h"
-#include "overlay/AnnotationTextField.h"
-#include "overlay/OverlayKeys.h"
-
-#include <QKeyEvent>
 
 #include <limits>
 #include <utility>
@@ -61,8 +57,10 @@ void OverlayView::useTool(AnnotationTool tool)
         endPlacing();
         addInProgress();
     }
-    if (tool != AnnotationTool::Selection)
-        m_highlightedWindow.reset();
+    if (tool != AnnotationTool::Selection) {
+        endSelectionGesture();
+        m_showGuideLines = false;
+    }
     redisplay();
 }
 
@@ -103,15 +101,15 @@ void OverlayView::begin(std::unique_ptr<Annotation> annotation)
     m_inProgressAnnotation = std::move(annotation);
     m_drawnInProgress = {.annotation = m_inProgressAnnotation.get(),
                          .id = m_inProgressAnnotation->id(),
-                         .areas = m_inProgressAnnotation->drawnAreas(),
+                         .pixels = drawnPixels(m_inProgressAnnotation->drawnAreas(), m_canvas),
                          .revision = 0,
                          .lastChange = {}};
 }
 
-void OverlayView::inProgressChanged(DrawnAreas where)
+void OverlayView::inProgressChanged(const DrawnAreas &where)
 {
-    m_drawnInProgress->areas = m_inProgressAnnotation->drawnAreas();
-    m_drawnInProgress->lastChange = std::move(where);
+    m_drawnInProgress->pixels = drawnPixels(m_inProgressAnnotation->drawnAreas(), m_canvas);
+    m_drawnInProgress->lastChange = drawnPixels(where, m_canvas);
     ++m_drawnInProgress->revision;
 }
 
@@ -183,36 +181,13 @@ void OverlayView::magnifierUp(MagnifierAnnotation &loupe)
     inProgressChanged(joined(before, loupe.drawnAreas()));
     m_magnifierPhase = MagnifierPhase::PositioningLoupe;
     m_magnifierDragOffset.reset();
+    useTool(m_store.currentTool()); // another one may have been chosen by keyboard meanwhile
 }
 
 void OverlayView::endPlacing()
 {
     m_magnifierPhase = MagnifierPhase::Idle;
     m_magnifierDragOffset.reset();
-}
-
-void OverlayView::keyPressEvent(QKeyEvent *event)
-{
-    if (isEscape(*event))
-        cancelOperation();
-    else if (isUndo(*event))
-        m_store.undo();
-    else
-        QWidget::keyPressEvent(event);
-}
-
-/// Backs out of one thing: of the text, of the loupe that is being placed, or of the capture.
-void OverlayView::cancelOperation()
-{
-    if (m_activeTextField) {
-        removeTextField();
-    } else if (m_magnifierPhase == MagnifierPhase::PositioningLoupe) {
-        endPlacing();
-        dropInProgress();
-        redisplay();
-    } else if (const auto cancel = m_store.cancelCallback) { // which may end this view
-        cancel();
-    }
 }
 
 } // namespace lumacap

@@ -98,26 +98,27 @@ void paintPointer(QPainter &painter, const OverlayScene &scene, Size canvas)
     drawCursorCrosshair(painter, *scene.pointer);
 }
 
-bool reaches(const DrawnAreas &areas, const QRegion &pixels, const CanvasMeasure &canvas)
-{
-    return std::ranges::any_of(areas, [&](const Rect<Canvas> &area) {
-        return pixels.intersects(pixelsUnder(area, canvas));
-    });
-}
-
-/// The marks that reach into `pixels`; the others would only take their time.
+/// Each rectangle by itself, and in it the marks that reach there: a long scribble would take its
+/// time for the whole box around all of them.
 void paintAnnotations(QPainter &painter, const QImage &frozenImage, const OverlayScene &scene,
                       const CanvasMeasure &canvas, const QRegion &pixels)
 {
     const Rect<Canvas> bounds{{0, 0}, canvas.size};
-    const auto paint = [&](const Annotation &annotation, const DrawnAreas &areas) {
-        if (reaches(areas, pixels, canvas))
-            annotation.drawWithImage(painter, bounds, frozenImage, canvas.scale);
-    };
-    for (const DrawnAnnotation &mark : scene.annotations)
-        paint(*mark.annotation, mark.areas);
-    if (scene.inProgress)
-        paint(*scene.inProgress->annotation, scene.inProgress->areas);
+    const QTransform toPixels = painter.transform();
+    for (const QRect &rect : pixels) {
+        painter.setTransform({});
+        painter.setClipRect(rect);
+        painter.setTransform(toPixels);
+        const auto paint = [&](const Annotation &annotation, const DrawnPixels &drawn) {
+            const auto isReached = [&](const QRect &box) { return box.intersects(rect); };
+            if (std::ranges::any_of(drawn, isReached))
+                annotation.drawWithImage(painter, bounds, frozenImage, canvas.scale);
+        };
+        for (const DrawnAnnotation &mark : scene.annotations)
+            paint(*mark.annotation, mark.pixels);
+        if (scene.inProgress)
+            paint(*scene.inProgress->annotation, scene.inProgress->pixels);
+    }
 }
 
 } // namespace

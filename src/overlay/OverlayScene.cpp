@@ -78,9 +78,16 @@ QRegion pointerPixels(const OverlayScene &scene, const CanvasMeasure &canvas)
     return pixels;
 }
 
+QRegion joined(const DrawnPixels &pixels)
+{
+    QRegion all;
+    for (const QRect &rect : pixels)
+        all += rect;
+    return all;
+}
+
 /// Marks come and go at the end of the list: those that both scenes begin with look the same.
-QRegion annotationsChange(const OverlayScene &before, const OverlayScene &after,
-                          const CanvasMeasure &canvas)
+QRegion annotationsChange(const OverlayScene &before, const OverlayScene &after)
 {
     if (before.annotations.isSharedWith(after.annotations))
         return {};
@@ -88,14 +95,13 @@ QRegion annotationsChange(const OverlayScene &before, const OverlayScene &after,
                                                     &DrawnAnnotation::id, &DrawnAnnotation::id);
     QRegion pixels;
     for (const DrawnAnnotation &mark : std::ranges::subrange(gone, before.annotations.cend()))
-        pixels += touchedPixels(mark.areas, canvas);
+        pixels += joined(mark.pixels);
     for (const DrawnAnnotation &mark : std::ranges::subrange(come, after.annotations.cend()))
-        pixels += touchedPixels(mark.areas, canvas);
+        pixels += joined(mark.pixels);
     return pixels;
 }
 
-QRegion inProgressChange(const OverlayScene &before, const OverlayScene &after,
-                         const CanvasMeasure &canvas)
+QRegion inProgressChange(const OverlayScene &before, const OverlayScene &after)
 {
     const auto &earlier = before.inProgress;
     const auto &later = after.inProgress;
@@ -103,12 +109,12 @@ QRegion inProgressChange(const OverlayScene &before, const OverlayScene &after,
     if (isSame && earlier->revision == later->revision)
         return {};
     if (isSame && earlier->revision + 1 == later->revision)
-        return touchedPixels(later->lastChange, canvas);
+        return joined(later->lastChange);
     QRegion pixels;
     if (earlier)
-        pixels += touchedPixels(earlier->areas, canvas);
+        pixels += joined(earlier->pixels);
     if (later)
-        pixels += touchedPixels(later->areas, canvas);
+        pixels += joined(later->pixels);
     return pixels;
 }
 
@@ -129,11 +135,12 @@ QRect pixelsUnder(const Rect<Canvas> &area, const CanvasMeasure &canvas)
     return {left, top, right - left, bottom - top};
 }
 
-QRegion touchedPixels(const DrawnAreas &areas, const CanvasMeasure &canvas)
+DrawnPixels drawnPixels(const DrawnAreas &areas, const CanvasMeasure &canvas)
 {
-    QRegion pixels;
+    DrawnPixels pixels;
+    pixels.reserve(areas.size());
     for (const Rect<Canvas> &area : areas)
-        pixels += pixelsUnder(area, canvas);
+        pixels.push_back(pixelsUnder(area, canvas));
     return pixels;
 }
 
@@ -151,8 +158,8 @@ QRegion changedPixels(const OverlayScene &before, const OverlayScene &after,
                       const CanvasMeasure &canvas)
 {
     QRegion pixels = outlineChange(before, after, canvas);
-    pixels += annotationsChange(before, after, canvas);
-    pixels += inProgressChange(before, after, canvas);
+    pixels += annotationsChange(before, after);
+    pixels += inProgressChange(before, after);
     if (before.label != after.label)
         pixels += labelPixels(before, canvas) + labelPixels(after, canvas);
     if (before.pointer != after.pointer || before.guideLines != after.guideLines)

@@ -10,27 +10,31 @@
 
 #include <cstdint>
 #include <optional>
+#include <vector>
 
 namespace lumacap {
 
 enum class GuideLines { Hidden, Shown };
 
+/// Device pixels that a mark may draw on, in rectangles that may overlap.
+using DrawnPixels = std::vector<QRect>;
+
 /// A finished mark and where it draws. The mark itself is only looked at to draw it.
 struct DrawnAnnotation {
     const Annotation *annotation = nullptr;
     QUuid id;
-    DrawnAreas areas;
+    DrawnPixels pixels;
 };
 
 /// The mark that is being drawn.
 struct AnnotationInProgress {
     const Annotation *annotation = nullptr;
     QUuid id;
-    DrawnAreas areas;
+    DrawnPixels pixels;
     /// One more with every change of the mark.
     std::uint64_t revision = 0;
     /// Where it looks different than one revision before.
-    DrawnAreas lastChange;
+    DrawnPixels lastChange;
 };
 
 /// All that the overlay shows at one moment, over the frozen screen.
@@ -59,7 +63,7 @@ QRegion changedPixels(const OverlayScene &before, const OverlayScene &after,
 
 /// Every device pixel that `area` touches, on the screen or not.
 QRect pixelsUnder(const Rect<Canvas> &area, const CanvasMeasure &canvas);
-QRegion touchedPixels(const DrawnAreas &areas, const CanvasMeasure &canvas);
+DrawnPixels drawnPixels(const DrawnAreas &areas, const CanvasMeasure &canvas);
 
 /// The device pixels that `outline` leaves clear: whole ones, nearest to its edges.
 QRect clearPixels(const Rect<Canvas> &outline, const CanvasMeasure &canvas);

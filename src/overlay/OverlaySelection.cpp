@@ -5,9 +5,6 @@
 #include "platform/DefaultsStore.h"
 #include "preferences/storage/PreferencesStorage.h"
 
-#include <QEnterEvent>
-#include <QMouseEvent>
-
 #include <algorithm>
 #include <cmath>
 
@@ -29,72 +26,6 @@ Point<Canvas> atEdge(Point<Canvas> place, const CanvasMeasure &canvas)
 }
 
 } // namespace
-
-// The place in the window, which the view fills: the toolkit cuts places in a widget to whole
-// points, and with them pixels where a point has several.
-
-void OverlayView::enterEvent(QEnterEvent *event)
-{
-    mouseMoved(viewLocation(event->scenePosition()));
-}
-
-void OverlayView::mousePressEvent(QMouseEvent *event)
-{
-    if (event->button() == Qt::LeftButton)
-        mouseDown(viewLocation(event->scenePosition()));
-}
-
-void OverlayView::mouseMoveEvent(QMouseEvent *event)
-{
-    if ((event->buttons() & Qt::LeftButton) != 0)
-        mouseDragged(viewLocation(event->scenePosition()));
-    else
-        mouseMoved(viewLocation(event->scenePosition()));
-}
-
-void OverlayView::mouseReleaseEvent(QMouseEvent *event)
-{
-    if (event->button() == Qt::LeftButton)
-        mouseUp(viewLocation(event->scenePosition()));
-}
-
-void OverlayView::mouseDown(Point<Canvas> location)
-{
-    if (isSelecting())
-        selectionDown(location);
-    else
-        editingDown(location);
-}
-
-void OverlayView::mouseDragged(Point<Canvas> location)
-{
-    m_cursorPosition = location;
-    if (isSelecting())
-        selectionDragged(location);
-    else
-        editingDragged(location);
-}
-
-void OverlayView::mouseUp(Point<Canvas> location)
-{
-    if (isSelecting())
-        selectionUp(location);
-    else
-        editingUp();
-}
-
-void OverlayView::mouseMoved(Point<Canvas> location)
-{
-    m_cursorPosition = location;
-    const bool isPlacingLoupe =
-        m_magnifierPhase == MagnifierPhase::PositioningLoupe && loupeInProgress() != nullptr;
-    const bool isOverLoupe = isPlacingLoupe && loupeInProgress()->loupe().contains(location);
-    setCursor(isOverLoupe ? QCursor(Qt::OpenHandCursor) : invisibleCursor());
-    m_showGuideLines = !isPlacingLoupe && isSelecting() && !m_store.selectedViewRect;
-    if (m_showGuideLines && !m_isDragging)
-        m_highlightedWindow = windowAt(m_screen.toGlobal(location));
-    redisplay();
-}
 
 void OverlayView::selectionDown(Point<Canvas> location)
 {

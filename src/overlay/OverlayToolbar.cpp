@@ -25,9 +25,10 @@ double toolbarWidth(double width)
 
 Rect<Canvas> toolbarFrame(Size canvas, Size fitting)
 {
-    const double width = std::min(toolbarWidth(canvas.width), fitting.width);
-    // On a screen so low that it would leave it below, it keeps to the screen.
-    const double y = std::max(0.0, canvas.height - fitting.height - look::topMargin);
+    const double width = std::min(canvas.width, fitting.width);
+    const double below = canvas.height - fitting.height;
+    // On a screen too low for its margin it keeps to the screen, and shows its first rows at least.
+    const double y = below >= look::topMargin ? below - look::topMargin : std::min(below, 0.0);
     return {{(canvas.width - width) * 0.5, y}, {width, fitting.height}};
 }
 
@@ -54,8 +55,11 @@ bool OverlayToolbar::eventFilter(QObject *watched, QEvent *event)
 void OverlayToolbar::place()
 {
     const CanvasMeasure &canvas = m_view.canvas();
-    m_toolbar->setUnitsAPoint(m_view.unitsAPoint());
-    const Size fitting = m_toolbar->fittingSize(toolbarWidth(canvas.size.width));
+    if (m_toolbar->unitsAPoint() != m_view.unitsAPoint())
+        m_toolbar->setUnitsAPoint(m_view.unitsAPoint());
+    Size fitting = m_toolbar->fittingSize(toolbarWidth(canvas.size.width));
+    if (fitting.height > canvas.size.height) // fewer rows
+        fitting = m_toolbar->fittingSize(canvas.size.width);
     const Rect<Canvas> frame = toolbarFrame(canvas.size, fitting);
     m_view.setToolbarFrame(*m_toolbar, frame);
     m_toolbar->setBackdrop(cropUnder(frame, m_frozenImage, canvas.scale));

@@ -11,8 +11,8 @@ class AnnotationStore;
 class AnnotationToolbarView;
 class OverlayView;
 
-/// Where a toolbar that needs `fitting` lies over a canvas: centred, and below its upper edge; in
-/// canvas points.
+/// Where a toolbar that needs `fitting`, measured for `toolbarWidth`, lies over a canvas: centred,
+/// and below its upper edge; in canvas points.
 Rect<Canvas> toolbarFrame(Size canvas, Size fitting);
 
 /// The width that a toolbar may take of a canvas that is `width` points wide.

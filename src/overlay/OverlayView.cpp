@@ -1,10 +1,15 @@
 #include "overlay/OverlayView.h"
 
+#include "annotation/shapes/MagnifierAnnotation.h"
 #include "overlay/AnnotationTextField.h"
 #include "overlay/MarchingAnts.h"
+#include "overlay/OverlayKeys.h"
 #include "overlay/OverlayPainting.h"
 
 #include <QCoreApplication>
+#include <QEnterEvent>
+#include <QKeyEvent>
+#include <QMouseEvent>
 #include <QPaintEvent>
 #include <QPainter>
 #include <QPixmap>
@@ -20,6 +25,17 @@ namespace lumacap {
 namespace {
 
 constexpr auto antsInterval = 1000ms / 30;
+
+/// The place in the window, which the view fills: the toolkit cuts places in a widget to whole
+/// points, and with them pixels where a point has several. But just after the pointer has left a
+/// control, its place in the window is one that the toolkit made up for the control.
+QPointF placeOf(const QSinglePointEvent &event)
+{
+    constexpr double mostCut = 2;
+    const QPointF exact = event.scenePosition();
+    const QPointF cut = event.position();
+    return (exact - cut).manhattanLength() < mostCut ? exact : cut;
+}
 
 } // namespace
 
@@ -117,7 +133,8 @@ void OverlayView::annotationsChanged()
                               [](const auto &mark) { return mark->id(); });
     m_drawnAnnotations.erase(known, m_drawnAnnotations.cend());
     for (const auto &mark : std::ranges::subrange(fresh, marks.end()))
-        m_drawnAnnotations.append({mark.get(), mark->id(), mark->drawnAreas()});
+        m_drawnAnnotations.append(
+            {mark.get(), mark->id(), drawnPixels(mark->drawnAreas(), m_canvas)});
     redisplay();
 }
 
@@ -168,6 +185,101 @@ void OverlayView::setToolbarFrame(QWidget &toolbar, const Rect<Canvas> &frame)
 {
     m_toolbarFrame = frame;
     toolbar.setGeometry(widgetRect(frame));
+}
+
+void OverlayView::enterEvent(QEnterEvent *event)
+{
+    mouseMoved(viewLocation(placeOf(*event)));
+}
+
+void OverlayView::mousePressEvent(QMouseEvent *event)
+{
+    if (event->button() == Qt::LeftButton)
+        mouseDown(viewLocation(placeOf(*event)));
+}
+
+void OverlayView::mouseMoveEvent(QMouseEvent *event)
+{
+    if ((event->buttons() & Qt::LeftButton) != 0)
+        mouseDragged(viewLocation(placeOf(*event)));
+    else
+        mouseMoved(viewLocation(placeOf(*event)));
+}
+
+void OverlayView::mouseReleaseEvent(QMouseEvent *event)
+{
+    if (event->button() == Qt::LeftButton)
+        mouseUp(viewLocation(placeOf(*event)));
+}
+
+/// A mark is finished by the tool that began it, whatever the keyboard chose meanwhile.
+bool OverlayView::isSelectingNow() const
+{
+    const bool isDrawing =
+        m_inProgressAnnotation && m_magnifierPhase != MagnifierPhase::PositioningLoupe;
+    return isSelecting() && !isDrawing;
+}
+
+void OverlayView::mouseDown(Point<Canvas> location)
+{
+    if (isSelecting())
+        selectionDown(location);
+    else
+        editingDown(location);
+}
+
+void OverlayView::mouseDragged(Point<Canvas> location)
+{
+    m_cursorPosition = location;
+    if (isSelectingNow())
+        selectionDragged(location);
+    else
+        editingDragged(location);
+}
+
+void OverlayView::mouseUp(Point<Canvas> location)
+{
+    if (isSelectingNow())
+        selectionUp(location);
+    else
+        editingUp();
+}
+
+void OverlayView::mouseMoved(Point<Canvas> location)
+{
+    m_cursorPosition = location;
+    const bool isPlacingLoupe =
+        m_magnifierPhase == MagnifierPhase::PositioningLoupe && loupeInProgress() != nullptr;
+    const bool isOverLoupe = isPlacingLoupe && loupeInProgress()->loupe().contains(location);
+    setCursor(isOverLoupe ? QCursor(Qt::OpenHandCursor) : invisibleCursor());
+    m_showGuideLines = !isPlacingLoupe && isSelecting() && !m_store.selectedViewRect;
+    if (m_showGuideLines && !m_isDragging)
+        m_highlightedWindow = windowAt(m_screen.toGlobal(location));
+    redisplay();
+}
+
+void OverlayView::keyPressEvent(QKeyEvent *event)
+{
+    if (isEscape(*event))
+        cancelOperation();
+    else if (isUndo(*event))
+        m_store.undo();
+    else
+        QWidget::keyPressEvent(event);
+}
+
+/// Backs out of one thing: of the text, of the loupe that is being placed, or of the capture.
+void OverlayView::cancelOperation()
+{
+    if (m_activeTextField) {
+        removeTextField();
+    } else if (m_magnifierPhase == MagnifierPhase::PositioningLoupe) {
+        endPlacing();
+        dropInProgress();
+        redisplay();
+    } else if (const auto cancel = m_store.cancelCallback) { // which may end this view
+        cancel();
+    }
 }
 
 } // namespace lumacap

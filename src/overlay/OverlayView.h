@@ -74,6 +74,8 @@ private:
     void mouseUp(Point<Canvas> location);
     void mouseMoved(Point<Canvas> location);
 
+    bool isSelectingNow() const;
+
     // The selection tool.
     void selectionDown(Point<Canvas> location);
     void selectionDragged(Point<Canvas> location);
@@ -93,7 +95,7 @@ private:
     void editingDragged(Point<Canvas> location);
     void editingUp();
     void begin(std::unique_ptr<Annotation> annotation);
-    void inProgressChanged(DrawnAreas where);
+    void inProgressChanged(const DrawnAreas &where);
     void dropInProgress();
     void addInProgress();
     void addNumberedPoint(Point<Canvas> location);

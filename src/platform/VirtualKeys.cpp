@@ -13,7 +13,7 @@ struct VirtualKey {
     std::uint32_t evdevCode;
 };
 
-/// Every key of a full keyboard but the media keys, row by row. Num Lock stands where the other
+/// The keys of a full keyboard but the media keys, row by row. Num Lock stands where the other
 /// numbering has a key that clears, Insert where it has one for help.
 constexpr std::array keys{
     VirtualKey{0x35, KEY_ESC},        VirtualKey{0x12, KEY_1},

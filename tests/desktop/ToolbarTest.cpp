@@ -4,6 +4,7 @@
 #include "annotation/shapes/RectAnnotation.h"
 #include "annotation/shapes/TextAnnotation.h"
 #include "harness/Clipboard.h"
+#include "harness/ShownPicture.h"
 #include "harness/WaitFor.h"
 
 #include <QFile>
@@ -24,24 +25,26 @@ struct ToolbarTest : AnnotatingFixture {
         return control && control->isChecked;
     }
 
-    std::unique_ptr<TextAnnotation> text(const QString &words, QPoint lowerLeft) const
+    std::unique_ptr<TextAnnotation> text(const QString &words, QPoint lowerLeft,
+                                         AnnotationColor color = AnnotationColor::Red) const
     {
-        return std::make_unique<TextAnnotation>(colorOf(AnnotationColor::Red), 1, canvas(lowerLeft),
-                                                words, 18);
+        return std::make_unique<TextAnnotation>(colorOf(color), 1, canvas(lowerLeft), words, 18);
     }
 };
 
-TEST_F(ToolbarTest, validerSaves)
+class ScaledToolbarTest : public ToolbarTest, public testing::WithParamInterface<int> { };
+
+TEST_P(ScaledToolbarTest, validerSaves)
 {
-    annotate(1, selected);
+    annotate(GetParam(), selected);
     use(u"Valider"_s);
 
     EXPECT_EQ(differingPixels(expectedWith({}), savedPicture()), 0);
 }
 
-TEST_F(ToolbarTest, annulerEndsTheCaptureWithoutATrace)
+TEST_P(ScaledToolbarTest, annulerEndsTheCaptureWithoutATrace)
 {
-    annotate(1, selected);
+    annotate(GetParam(), selected);
     use(u"Annuler"_s);
 
     EXPECT_TRUE(waitFor([this] { return !overlayIsUp(); }));
@@ -49,9 +52,9 @@ TEST_F(ToolbarTest, annulerEndsTheCaptureWithoutATrace)
     EXPECT_TRUE(clipboardTypes(*desktop).isEmpty());
 }
 
-TEST_F(ToolbarTest, everyControlOfTheStripAnswersAClick)
+TEST_P(ScaledToolbarTest, everyControlOfTheStripAnswersAClick)
 {
-    annotateOn(points);
+    annotateOn(points, GetParam());
     for (const auto *const tool : {"arrow", "rectangle", "ellipse", "numberedPoint", "freehand",
                                    "text", "magnifier", "blur", "selection"}) {
         use(QLatin1StringView(tool));
@@ -62,12 +65,21 @@ TEST_F(ToolbarTest, everyControlOfTheStripAnswersAClick)
         use(QLatin1StringView(color));
         EXPECT_TRUE(waitFor([&] { return isChecked(QLatin1StringView(color)); })) << color;
     }
+    use(u"magnifier"_s);
+    for (const auto *const choice : {"circle", "roundedRect", "3x", "4x", "2x"}) {
+        use(QLatin1StringView(choice));
+        EXPECT_TRUE(waitFor([&] { return isChecked(QLatin1StringView(choice)); })) << choice;
+    }
+    use(u"rectangle"_s, 1); // the loupe's, after the tool
+    EXPECT_TRUE(waitFor([&] { return isChecked(u"rectangle"_s, 1); }));
     use(u"frame"_s);
     EXPECT_TRUE(waitFor([&] { return isChecked(u"frame"_s); }));
     use(u"frame"_s);
     EXPECT_TRUE(waitFor([&] { return !isChecked(u"frame"_s); }));
     EXPECT_TRUE(overlayIsUp());
 }
+
+INSTANTIATE_TEST_SUITE_P(Scales, ScaledToolbarTest, testing::Values(1, 2));
 
 class SmallScreenTest : public ToolbarTest, public testing::WithParamInterface<QSize> { };
 
@@ -93,9 +105,10 @@ TEST_P(SmallScreenTest, withLoupeAndFrameEveryControlIsInsideAndWorks)
 }
 
 INSTANTIATE_TEST_SUITE_P(Sizes, SmallScreenTest,
-                         testing::Values(QSize(1366, 768), QSize(1024, 768), QSize(640, 480)));
+                         testing::Values(QSize(1366, 768), QSize(1024, 768), QSize(640, 480),
+                                         QSize(320, 240)));
 
-TEST_F(ToolbarTest, aClickOnTheStripIsNoSelectionAndLeavesTheCrossWhereItWas)
+TEST_F(ToolbarTest, aClickOnTheStripIsNoSelection)
 {
     annotate(1, selected);
     const auto undo = controls().find(u"undo"_s);
@@ -105,6 +118,33 @@ TEST_F(ToolbarTest, aClickOnTheStripIsNoSelectionAndLeavesTheCrossWhereItWas)
     press(u"Return"_s);
 
     EXPECT_EQ(differingPixels(expectedWith({}), savedPicture()), 0);
+}
+
+TEST_F(ToolbarTest, theCrossStaysWhereItWasOverTheStripAndComesAlongOffIt)
+{
+    annotate(1, selected);
+    const auto around = [this](QPoint place) {
+        return shownOn(desktop->server().display(), QRect(place - QPoint(14, 14), QSize(29, 29)));
+    };
+    const QPoint old(700, 400);
+    const QPoint next(900, 500);
+    movePoint({600, 600});
+    const QImage withoutCross = around(old);
+    movePoint(old);
+    ASSERT_TRUE(waitFor([&] { return around(old) != withoutCross; }));
+    const QImage cross = around(old);
+    const QImage nextWithoutCross = around(next);
+
+    const auto arrow = controls().find(u"arrow"_s);
+    ASSERT_TRUE(arrow);
+    movePoint(arrow->place.center());
+    use(u"black"_s); // by now the overlay has seen the motion
+    EXPECT_TRUE(waitFor([&] { return isChecked(u"black"_s); }));
+    EXPECT_EQ(around(old), cross);
+
+    movePoint(next); // in one jump, off a control
+    EXPECT_TRUE(waitFor([&] { return around(next) != nextWithoutCross; }));
+    EXPECT_EQ(around(old), withoutCross);
 }
 
 TEST_F(ToolbarTest, undoTakesMarksAwayOneByOneAndIsDisabledWhenNoneIsLeft)
@@ -158,18 +198,19 @@ TEST_F(ToolbarTest, textStaysOpenWhileOtherControlsAreClickedAndTakesTheLastColo
     clickPoint({150, 250});
     input({u"type"_s, u"Bon"_s});
     use(u"rectangle"_s);
-    use(u"red"_s);
     dragPoints({120, 180}, {200, 220});
+    use(u"blue"_s);
     input({u"type"_s, u"jour"_s});
     press(u"Tab"_s);
     press(u"Return"_s);
 
     const Rect<Canvas> drawn{canvas({120, 180}), canvas({200, 220}) - canvas({120, 180})};
-    EXPECT_EQ(differingPixels(expectedWith(marks(std::make_unique<RectAnnotation>(
-                                                     colorOf(AnnotationColor::Red), 4, drawn),
-                                                 text(u"Bonjour"_s, {150, 262}))),
-                              savedPicture()),
-              0);
+    EXPECT_EQ(
+        differingPixels(expectedWith(marks(std::make_unique<RectAnnotation>(
+                                               colorOf(AnnotationColor::Red), 4, drawn),
+                                           text(u"Bonjour"_s, {150, 262}, AnnotationColor::Blue))),
+                        savedPicture()),
+        0);
 }
 
 TEST_F(ToolbarTest, accentsAndDeadKeysAreTyped)
@@ -237,7 +278,7 @@ class FrameMenuTest : public ToolbarTest,
 
 TEST_P(FrameMenuTest, aStyleChosenInTheMenuIsAroundThePicture)
 {
-    annotate(1, selected);
+    annotate(1, selected, {{u"defaultFrameBackground"_s, u"newspaper"_s}});
     use(u"frame"_s);
     use(u"frameBackground"_s);
     use(QString::fromUtf8(GetParam().first));

@@ -10,7 +10,8 @@ namespace lumacap {
 /// Rectangles that together hold all that is drawn: few, and small beside the box around them.
 using DrawnAreas = std::vector<Rect<Canvas>>;
 
-/// The box around two points and all that is nearer than `reach` to it.
+/// The box around two points and all that is nearer than `reach` to it, with the point that soft
+/// edges may add.
 Rect<Canvas> areaBetween(Point<Canvas> one, Point<Canvas> other, double reach);
 
 /// All that is nearer than `reach` to the straight way through `points`, which may be one.

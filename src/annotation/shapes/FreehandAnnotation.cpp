@@ -6,36 +6,50 @@
 
 #include <algorithm>
 #include <cmath>
-#include <ranges>
 #include <span>
 #include <utility>
 
 namespace lumacap {
 namespace {
 
+using Way = std::span<const Point<Canvas>>;
+
 /// The way in short pieces, each beginning where the one before ended: filling one outline that
 /// crosses itself takes a painter far longer than filling its pieces, and with round ends, in
 /// opaque colours, both look the same.
-std::vector<QPainterPath> piecesOf(const std::vector<Point<Canvas>> &way)
+std::vector<Way> piecesOf(Way way)
 {
-    constexpr int mostSegments = 32;
+    constexpr std::size_t mostSegments = 32;
     constexpr double longest = 400; // canvas points
-    std::vector<QPainterPath> pieces{QPainterPath(toQPointF(way.front()))};
-    int segments = 0;
+    std::vector<Way> pieces;
+    std::size_t first = 0;
     double length = 0;
-    Point<Canvas> last = way.front();
-    for (const Point<Canvas> point : way | std::views::drop(1)) {
-        if (segments == mostSegments || length > longest) {
-            pieces.emplace_back(toQPointF(last));
-            segments = 0;
+    for (std::size_t last = 1; last < way.size(); ++last) {
+        if (last - first > mostSegments || length > longest) {
+            pieces.push_back(way.subspan(first, last - first));
+            first = last - 1;
             length = 0;
         }
-        pieces.back().lineTo(toQPointF(point));
-        ++segments;
-        length += std::hypot(point.x - last.x, point.y - last.y);
-        last = point;
+        const Size step = way[last] - way[last - 1];
+        length += std::hypot(step.width, step.height);
     }
+    pieces.push_back(way.subspan(first));
     return pieces;
+}
+
+QRectF boxOf(Way piece, double reach)
+{
+    const auto [left, right] = std::ranges::minmax(piece, {}, &Point<Canvas>::x);
+    const auto [bottom, top] = std::ranges::minmax(piece, {}, &Point<Canvas>::y);
+    return toQRectF(areaBetween({left.x, bottom.y}, {right.x, top.y}, reach));
+}
+
+QPainterPath pathOf(Way piece)
+{
+    QPainterPath path(toQPointF(piece.front()));
+    for (const Point<Canvas> point : piece.subspan(1))
+        path.lineTo(toQPointF(point));
+    return path;
 }
 
 } // namespace
@@ -55,11 +69,10 @@ void FreehandAnnotation::draw(QPainter &context, const Rect<Canvas> & /*canvasBo
     context.setRenderHint(QPainter::Antialiasing);
     const QPen pen(color, lineWidth, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin);
     const QRectF visible = visiblePixels(context);
-    for (const QPainterPath &piece : piecesOf(points)) {
-        const QRectF box =
-            piece.controlPointRect().adjusted(-lineWidth, -lineWidth, lineWidth, lineWidth);
-        if (visible.intersects(context.deviceTransform().mapRect(box)))
-            strokeLine(context, piece, pen);
+    const QTransform toPixels = context.deviceTransform();
+    for (const Way piece : piecesOf(points)) {
+        if (visible.intersects(toPixels.mapRect(boxOf(piece, lineWidth))))
+            strokeLine(context, pathOf(piece), pen);
     }
 }
 

@@ -6,7 +6,7 @@
 #include "annotation/shapes/NumberedPointAnnotation.h"
 #include "annotation/shapes/RectAnnotation.h"
 
-#include <QSignalSpy>
+#include <limits>
 
 namespace lumacap::tests {
 namespace {
@@ -243,6 +243,69 @@ TEST_F(OverlayEditingTest, escapeIsKnownByItsPlaceAndByItsSymbol)
 
     m_pointer->key(Qt::Key_unknown, Qt::NoModifier, 9);
     m_pointer->key(Qt::Key_Escape, Qt::NoModifier, 66); // Caps Lock made Escape
+}
+
+// The tool can be changed by keyboard while the button is held.
+
+TEST_F(OverlayEditingTest, anotherToolDuringASelectionsDragEndsTheDragForGood)
+{
+    m_pointer->press(100, 100);
+    m_pointer->move(200, 200);
+    use(AnnotationTool::Arrow);
+    m_pointer->release(200, 200);
+    use(AnnotationTool::Selection);
+    m_pointer->move(220, 220);
+
+    EXPECT_EQ(m_view->selectionRectForDisplay(), std::nullopt);
+    EXPECT_EQ(m_store.selectedViewRect, std::nullopt);
+}
+
+TEST_F(OverlayEditingTest, aMarkIsFinishedByTheReleaseWhateverWasChosenMeanwhile)
+{
+    use(AnnotationTool::Arrow);
+    m_pointer->press(100, 100);
+    m_pointer->move(150, 150);
+    use(AnnotationTool::Selection);
+    m_pointer->move(200, 200);
+    m_pointer->release(200, 200);
+
+    ASSERT_NE(last<ArrowAnnotation>(), nullptr);
+    EXPECT_EQ(last<ArrowAnnotation>()->endPoint, (Point<Canvas>{200, 200}));
+    EXPECT_EQ(m_view->scene().inProgress, std::nullopt);
+    EXPECT_EQ(m_store.selectedViewRect, std::nullopt);
+}
+
+TEST_F(OverlayEditingTest, aLoupeWhoseToolWasLeftBeforeItsReleaseIsAddedAtOnce)
+{
+    EXPECT_CALL(m_cancel, Call).Times(1);
+    use(AnnotationTool::Magnifier);
+    m_pointer->press(100, 100);
+    m_pointer->move(150, 150);
+    use(AnnotationTool::Arrow);
+    m_pointer->release(150, 150);
+    EXPECT_EQ(count(), 1U);
+    EXPECT_EQ(m_view->scene().inProgress, std::nullopt);
+
+    m_pointer->key(Qt::Key_Escape); // has nothing left to back out of
+}
+
+TEST_F(OverlayEditingTest, anotherToolTakesTheGuideLinesAway)
+{
+    m_pointer->move(100, 100);
+    ASSERT_EQ(m_view->scene().guideLines, GuideLines::Shown);
+    use(AnnotationTool::Arrow);
+
+    EXPECT_EQ(m_view->scene().guideLines, GuideLines::Hidden);
+}
+
+using OverlayEditingDeathTest = OverlayEditingTest;
+
+TEST_F(OverlayEditingDeathTest, morePointsThanNumbersBreakTheRules)
+{
+    use(AnnotationTool::NumberedPoint);
+    m_store.numberCounter = std::numeric_limits<int>::max();
+
+    EXPECT_DEATH(m_pointer->click(50, 50), "more numbered points than there are numbers");
 }
 
 } // namespace

@@ -25,6 +25,8 @@ public:
     {
     }
 
+    const CanvasMeasure &canvas() const { return m_canvas; }
+
     QImage shown(const OverlayScene &scene) const
     {
         QImage picture(frozen.size(), QImage::Format_ARGB32_Premultiplied);
@@ -158,12 +160,15 @@ TEST(OverlayPainting, annotationsLieOverEverythingAndTheOneInProgressOnTop)
     const RectAnnotation mark(Qt::red, 6, {{40, 30}, {60, 50}});
     const RectAnnotation inProgress(Qt::green, 6, {{100, 80}, {30, 20}});
 
-    const QImage picture =
-        overlay.shown({.outline = Rect<Canvas>{{40, 30}, {60, 50}},
-                       .pointer = Point<Canvas>{60, 30},
-                       .annotations = {{&mark, mark.id(), mark.drawnAreas()}},
-                       .inProgress = AnnotationInProgress{
-                           &inProgress, inProgress.id(), inProgress.drawnAreas(), 0, {}}});
+    const QImage picture = overlay.shown(
+        {.outline = Rect<Canvas>{{40, 30}, {60, 50}},
+         .pointer = Point<Canvas>{60, 30},
+         .annotations = {{&mark, mark.id(), drawnPixels(mark.drawnAreas(), overlay.canvas())}},
+         .inProgress = AnnotationInProgress{&inProgress,
+                                            inProgress.id(),
+                                            drawnPixels(inProgress.drawnAreas(), overlay.canvas()),
+                                            0,
+                                            {}}});
 
     EXPECT_EQ(picture.pixel(68, 90), QColor(Qt::red).rgb()) << "over the cross and the line";
     EXPECT_EQ(picture.pixel(101, 41), QColor(Qt::green).rgb()) << "over the other's corner";

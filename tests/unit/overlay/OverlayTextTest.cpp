@@ -4,6 +4,8 @@
 #include "overlay/AnnotationTextField.h"
 
 #include <QApplication>
+#include <QContextMenuEvent>
+#include <QMenu>
 #include <QPushButton>
 #include <QTest>
 
@@ -218,6 +220,28 @@ TEST_F(OverlayTextTest, whatIsTypedMayBeInAnyScript)
 
     ASSERT_NE(last(), nullptr);
     EXPECT_EQ(last()->text, u"été 日本語 שלום"_s);
+}
+
+TEST_F(OverlayTextTest, aRightClickInTheFieldOpensNoWindow)
+{
+    m_pointer->click(60, 100);
+    QContextMenuEvent asked(QContextMenuEvent::Mouse, QPoint(5, 5),
+                            field()->mapToGlobal(QPoint(5, 5)));
+    QCoreApplication::sendEvent(field(), &asked);
+
+    EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
+    EXPECT_TRUE(m_view->findChildren<QMenu *>().isEmpty());
+}
+
+TEST_F(OverlayTextTest, theFieldsLettersGrowWithTheUnitsOfAPoint)
+{
+    show({{{0, 0}, {400, 300}}, 2, {800, 600}, 300}); // two units a point
+    m_pointer->press(120, 200);
+
+    const auto *const large = m_view->findChild<AnnotationTextField *>();
+    ASSERT_NE(large, nullptr);
+    EXPECT_EQ(large->font().pixelSize(), 36);
+    EXPECT_EQ(large->size(), QSize(400, 48));
 }
 
 } // namespace

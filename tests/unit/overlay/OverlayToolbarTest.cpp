@@ -3,6 +3,8 @@
 #include "OverlayViewFixture.h"
 #include "annotation/toolbar/AnnotationToolbarView.h"
 
+#include <QResizeEvent>
+
 namespace lumacap::tests {
 namespace {
 
@@ -16,12 +18,14 @@ TEST(ToolbarFrame, isCentredSixtyPointsBelowTheTop)
 TEST(ToolbarFrame, leavesFortyPointsOfTheWidth)
 {
     EXPECT_EQ(toolbarWidth(800), 760);
-    EXPECT_EQ(toolbarFrame({800, 600}, {900, 44}), (Rect<Canvas>{{20, 496}, {760, 44}}));
+    EXPECT_EQ(toolbarFrame({800, 600}, {760, 82}), (Rect<Canvas>{{20, 458}, {760, 82}}));
 }
 
 TEST(ToolbarFrame, keepsToAScreenThatIsTooLowForItsMargin)
 {
     EXPECT_EQ(toolbarFrame({300, 120}, {260, 100}), (Rect<Canvas>{{20, 0}, {260, 100}}));
+    EXPECT_EQ(toolbarFrame({300, 120}, {260, 150}), (Rect<Canvas>{{20, -30}, {260, 150}}))
+        << "its upper rows";
 }
 
 class OverlayToolbarTest : public OverlayViewFixture {
@@ -84,6 +88,33 @@ TEST_F(OverlayToolbarTest, aClickOnItNeverReachesTheSelection)
     EXPECT_EQ(m_store.selectedViewRect, std::nullopt);
     EXPECT_EQ(m_view->scene().pointer, cross) << "the cross stays where it was";
     EXPECT_EQ(toolbar()->cursor().shape(), Qt::ArrowCursor);
+}
+
+TEST_F(OverlayToolbarTest, followsTheViewsSizeAndTheUnitsOfAPoint)
+{
+    show({{{0, 0}, {1400, 300}}, 2, {2800, 600}, 300}); // two units a point
+    new OverlayToolbar(m_store, *m_view, m_frozen);
+    const Rect<Canvas> frame = m_view->toolbarFrame();
+
+    EXPECT_EQ(toolbar()->unitsAPoint(), 2);
+    EXPECT_EQ(toolbar()->size(), QSizeF(frame.width() * 2, frame.height() * 2).toSize());
+    toolbar()->move(0, 0);
+    m_view->resize(2801, 600);
+    QResizeEvent resized(m_view->size(), QSize(2800, 600));
+    QCoreApplication::sendEvent(m_view.get(), &resized);
+    EXPECT_EQ(toolbar()->y(), 120);
+}
+
+TEST_F(OverlayToolbarTest, showsTheFrozenScreenThroughItself)
+{
+    const auto strip = [this](const QColor &color) {
+        QImage screen(1400, 300, QImage::Format_RGB32);
+        screen.fill(color);
+        new OverlayToolbar(m_store, *m_view, screen);
+        auto *const newest = m_view->findChildren<AnnotationToolbarView *>().last();
+        return newest->grab().toImage().pixelColor(newest->width() / 2, 3);
+    };
+    EXPECT_GT(strip(Qt::red).red() - strip(Qt::blue).red(), 30);
 }
 
 } // namespace

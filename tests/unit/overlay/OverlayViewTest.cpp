@@ -1,6 +1,8 @@
 #include "OverlayViewFixture.h"
 #include "annotation/shapes/RectAnnotation.h"
 
+#include <QEnterEvent>
+#include <QMouseEvent>
 #include <QPushButton>
 #include <QTest>
 
@@ -316,6 +318,30 @@ TEST_F(OverlayViewTest, aClickWhoseMotionTheToolkitDroppedTakesTheWindowUnderIt)
     m_pointer->click(210, 250);
 
     EXPECT_EQ(m_store.sourceAppName, u"Browser"_s);
+}
+
+TEST_F(OverlayViewTest, anOverlayThatComesUnderAPointerAtRestHasItsCrossThere)
+{
+    m_windows.all = {window(u"Editor"_s, {{50, 40}, {100, 80}})};
+    QEnterEvent enter(QPointF(60, 50), QPointF(60, 50), QPointF(60, 50));
+    QCoreApplication::sendEvent(m_view.get(), &enter);
+
+    EXPECT_EQ(m_view->scene().pointer, (Point<Canvas>{60, 250}));
+    EXPECT_EQ(m_view->selectionRectForDisplay(), (Rect<Canvas>{{50, 180}, {100, 80}}));
+}
+
+TEST_F(OverlayViewTest, aPlaceThatTheToolkitMadeUpForAControlIsNotTheViews)
+{
+    // What it sends when the pointer goes off a control: its place in the window is nowhere.
+    QMouseEvent motion(QEvent::MouseMove, QPointF(60, 50), QPointF(-1, -1), QPointF(60, 50),
+                       Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(m_view.get(), &motion);
+    EXPECT_EQ(m_view->scene().pointer, (Point<Canvas>{60, 250}));
+
+    QMouseEvent between(QEvent::MouseMove, QPointF(60, 50), QPointF(60.5, 49.5), QPointF(60, 50),
+                        Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(m_view.get(), &between);
+    EXPECT_EQ(m_view->scene().pointer, (Point<Canvas>{60.5, 250.5})) << "between two points";
 }
 
 TEST_F(OverlayViewTest, addingAnAnnotationToTheStoreShowsIt)

@@ -99,7 +99,8 @@ TEST_P(RepaintTest, ofWhatChangedEqualsAFullRepaint)
         OverlayScene shown;
         if (seed % 3 == 0) {
             for (const auto &mark : kinds)
-                shown.annotations.append({mark.get(), mark->id(), mark->drawnAreas()});
+                shown.annotations.append(
+                    {mark.get(), mark->id(), drawnPixels(mark->drawnAreas(), canvas)});
         }
         QImage picture(frozen.size(), QImage::Format_ARGB32_Premultiplied);
         paintOverlay(picture, frozen, veil, shown, canvas, picture.rect());
@@ -172,7 +173,7 @@ TEST(ChangedPixels, ofAMarkThatComesOrGoesAreItsOwn)
 {
     const RectAnnotation mark(Qt::red, 4, {{100, 100}, {3000, 1500}});
     OverlayScene with;
-    with.annotations.append({&mark, mark.id(), mark.drawnAreas()});
+    with.annotations.append({&mark, mark.id(), drawnPixels(mark.drawnAreas(), fourK)});
 
     const QRegion come = changedPixels({}, with, fourK);
     EXPECT_EQ(changedPixels(with, {}, fourK), come);
@@ -185,11 +186,12 @@ TEST(ChangedPixels, ofAScribbleThatGrowsAreItsNewestStretch)
 {
     FreehandAnnotation scribble(Qt::red, 4, {{10, 10}, {3800, 2100}});
     OverlayScene before;
-    before.inProgress = {&scribble, scribble.id(), scribble.drawnAreas(), 7, {}};
+    before.inProgress = {
+        &scribble, scribble.id(), drawnPixels(scribble.drawnAreas(), fourK), 7, {}};
     OverlayScene after = before;
     after.inProgress->revision = 8;
-    after.inProgress->lastChange = scribble.dragTo({3790, 2050});
-    after.inProgress->areas = scribble.drawnAreas();
+    after.inProgress->lastChange = drawnPixels(scribble.dragTo({3790, 2050}), fourK);
+    after.inProgress->pixels = drawnPixels(scribble.drawnAreas(), fourK);
 
     EXPECT_LT(areaOf(changedPixels(before, after, fourK)), 3000);
     before.inProgress->revision = 6; // a change between was not shown
