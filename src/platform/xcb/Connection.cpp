@@ -186,6 +186,17 @@ bool Connection::resumeAnswered()
     return true;
 }
 
+void Connection::abandonReplies()
+{
+    while (!m_pending.empty()) {
+        PendingReply *const pending = m_pending.back();
+        m_pending.pop_back();
+        xcb_discard_reply(raw(), pending->m_sequence);
+        pending->m_answer = failure(u"nobody waits for it any more"_s);
+        pending->m_waiting.resume();
+    }
+}
+
 PendingReply::PendingReply(Connection &connection, unsigned int sequence)
     : m_connection(connection)
     , m_sequence(sequence)

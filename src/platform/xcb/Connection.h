@@ -54,6 +54,9 @@ public:
     /// Sends what was requested, and sees to what came in meanwhile.
     void flush();
 
+    /// Answers everybody who waits for a reply now that there will be none; for an owner that ends.
+    void abandonReplies();
+
     /// The atom of `name`; asks the server once per name, waiting for its answer.
     std::uint32_t atom(const QByteArray &name);
 

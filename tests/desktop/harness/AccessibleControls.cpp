@@ -83,6 +83,7 @@ std::vector<AccessibleControls::Node> AccessibleControls::children(const Node &n
         list.endStructure();
         nodes.push_back({bus, path.path()});
     }
+    list.endArray();
     return nodes;
 }
 

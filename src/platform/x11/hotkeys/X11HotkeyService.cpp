@@ -26,7 +26,10 @@ X11HotkeyService::X11HotkeyService(std::unique_ptr<xcb::Connection> connection)
     spawn(learnModifierKeys());
 }
 
-X11HotkeyService::~X11HotkeyService() = default;
+X11HotkeyService::~X11HotkeyService()
+{
+    m_connection->abandonReplies(); // or whoever waits for one would never end
+}
 
 void X11HotkeyService::setPressedHandler(PressedHandler handler)
 {
