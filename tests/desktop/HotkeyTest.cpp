@@ -139,6 +139,8 @@ TEST_F(HotkeyTest, aSelectionIsNotBegunAgainWhileOneIsUpButTheScreenIsCaptured)
     start();
     pressSelection();
     ASSERT_TRUE(waitFor([this] { return overlayIsUp(); }));
+    // A press at the very moment in which the overlay takes the keyboard would be nobody's.
+    ASSERT_TRUE(comesToRest(agent->process().pid(), 1s, 20s));
     drag({100, 100}, {300, 250});
     pressSelection();
     pressFullScreen();
@@ -157,6 +159,8 @@ TEST_F(HotkeyTest, capturesAScreenThatTheOverlayHidesAltogether)
     startAgentWith(fullScreenShortcut);
     pressSelection();
     ASSERT_TRUE(waitFor([this] { return overlayIsUp(); }));
+    // A press at the very moment in which the overlay takes the keyboard would be nobody's.
+    ASSERT_TRUE(comesToRest(agent->process().pid(), 1s, 20s));
     pressFullScreen();
     EXPECT_TRUE(captures(1));
 }
