@@ -56,12 +56,11 @@ void AnnotationTextField::focusOutEvent(QFocusEvent *event)
 
 void AnnotationTextField::keyPressEvent(QKeyEvent *event)
 {
-    if (isEscape(*event))
-        event->ignore(); // the overlay's
-    else if (isCommandUndo(*event))
+    const bool isCommand = event->modifiers().testFlag(Qt::MetaModifier);
+    if (isCommandUndo(*event))
         undo();
-    else if (event->modifiers().testFlag(Qt::MetaModifier))
-        event->ignore(); // no letter, whatever the keyboard makes of it
+    else if (isEscape(*event) || isCommand) // the overlay's; no letter, whatever the keyboard says
+        event->ignore();
     else
         QLineEdit::keyPressEvent(event);
 }

@@ -108,6 +108,8 @@ void OverlayView::begin(std::unique_ptr<Annotation> annotation)
 
 void OverlayView::inProgressChanged(const DrawnAreas &where)
 {
+    if (!m_drawnInProgress || !m_inProgressAnnotation)
+        return;
     m_drawnInProgress->pixels = drawnPixels(m_inProgressAnnotation->drawnAreas(), m_canvas);
     m_drawnInProgress->lastChange = drawnPixels(where, m_canvas);
     ++m_drawnInProgress->revision;

@@ -7,6 +7,7 @@
 #include <QEvent>
 
 #include <algorithm>
+#include <utility>
 
 namespace lumacap {
 namespace {
@@ -32,10 +33,10 @@ Rect<Canvas> toolbarFrame(Size canvas, Size fitting)
     return {{(canvas.width - width) * 0.5, y}, {width, fitting.height}};
 }
 
-OverlayToolbar::OverlayToolbar(AnnotationStore &store, OverlayView &view, const QImage &frozenImage)
+OverlayToolbar::OverlayToolbar(AnnotationStore &store, OverlayView &view, QImage frozenImage)
     : QObject(&view)
     , m_view(view)
-    , m_frozenImage(frozenImage)
+    , m_frozenImage(std::move(frozenImage))
     , m_toolbar(new AnnotationToolbarView(store, &view))
 {
     connect(m_toolbar, &AnnotationToolbarView::fittingSizeDidChange, this, &OverlayToolbar::place);

@@ -25,7 +25,7 @@ class OverlayToolbar final : public QObject {
 
 public:
     /// Belongs to `view`. The store outlives both; `frozenImage` is of the view's canvas.
-    OverlayToolbar(AnnotationStore &store, OverlayView &view, const QImage &frozenImage);
+    OverlayToolbar(AnnotationStore &store, OverlayView &view, QImage frozenImage);
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;

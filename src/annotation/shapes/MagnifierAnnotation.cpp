@@ -14,6 +14,7 @@
 #include <QPainterPath>
 
 #include <algorithm>
+#include <utility>
 
 namespace lumacap {
 namespace {
@@ -109,10 +110,10 @@ DrawnAreas MagnifierAnnotation::drawnAreas() const
 {
     if (!hasSource())
         return {};
-    const DrawnAreas around = areasAround(source(), look::sourceStroke / 2);
+    DrawnAreas around = areasAround(source(), look::sourceStroke / 2);
     if (!hasLoupe())
         return around;
-    DrawnAreas areas = joined(around, areasAlong(connector(), connectorWidth() / 2));
+    DrawnAreas areas = joined(std::move(around), areasAlong(connector(), connectorWidth() / 2));
     areas.push_back(loupe().inset(-lineWidth - look::loupeExtraStroke));
     areas.push_back(badgeBehind(zoomText()).inset(-look::badgePaddingX));
     return areas;
