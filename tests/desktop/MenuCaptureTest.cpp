@@ -115,7 +115,7 @@ TEST_F(MenuCaptureTest, waitsForAMenuThatFadesOut)
         ClipboardWatch watch(desktop.server().display());
         FadingMenu menu(desktop.server().display(), {10, 50, 200, 150});
         EXPECT_TRUE(tray.click(fullScreenTitle()));
-        menu.fadeOut(500ms);
+        menu.fadeOut(50);
         EXPECT_TRUE(waitFor([&watch] { return watch.changes() > 0; }));
         return menu.longestStep() < 100ms;
     };

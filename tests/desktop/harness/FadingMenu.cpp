@@ -1,10 +1,19 @@
 #include "harness/FadingMenu.h"
 
+#include "harness/WaitFor.h"
+
 #include <algorithm>
+#include <tuple>
 
 #include <xcb/xcb.h>
 
 namespace lumacap::harness {
+
+namespace {
+
+constexpr std::chrono::milliseconds pace{10};
+
+} // namespace
 
 FadingMenu::FadingMenu(const QByteArray &display, const QRect &area)
     : m_connection(display)
@@ -23,15 +32,20 @@ FadingMenu::FadingMenu(const QByteArray &display, const QRect &area)
 
 FadingMenu::~FadingMenu()
 {
-    fadeOut({});
+    fadeOut(0);
 }
 
-void FadingMenu::fadeOut(std::chrono::milliseconds duration)
+void FadingMenu::fadeOut(int steps)
 {
     if (!m_steps.joinable())
         return;
-    std::this_thread::sleep_for(duration); // what a compositor takes for it
-    m_isDrawn = false;
+    const int last = m_stepsDrawn + steps;
+    std::ignore = waitFor([&] { return m_stepsDrawn >= last; });
+    {
+        const std::scoped_lock lock(m_mutex);
+        m_isEnding = true;
+    }
+    m_ended.notify_one();
     m_steps.join();
     xcb_unmap_window(m_connection.raw(), m_window);
     m_connection.finish();
@@ -41,7 +55,8 @@ void FadingMenu::drawSteps()
 {
     using Clock = std::chrono::steady_clock;
     auto last = Clock::now();
-    for (std::uint32_t colour = 0; m_isDrawn; colour += 0x010101) {
+    std::unique_lock lock(m_mutex);
+    for (std::uint32_t colour = 0; !m_isEnding; colour += 0x010101) {
         xcb_change_window_attributes(m_connection.raw(), m_window, XCB_CW_BACK_PIXEL, &colour);
         xcb_clear_area(m_connection.raw(), 0, m_window, 0, 0, 0, 0);
         m_connection.finish();
@@ -49,7 +64,8 @@ void FadingMenu::drawSteps()
         m_longestStep = std::max(m_longestStep.load(),
                                  std::chrono::duration_cast<std::chrono::milliseconds>(now - last));
         last = now;
-        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+        ++m_stepsDrawn;
+        m_ended.wait_for(lock, pace, [this] { return m_isEnding; });
     }
 }
 

@@ -6,7 +6,9 @@
 
 #include <atomic>
 #include <chrono>
+#include <condition_variable>
 #include <cstdint>
+#include <mutex>
 #include <thread>
 
 namespace lumacap::harness {
@@ -21,8 +23,9 @@ public:
     /// Takes it off the screen.
     ~FadingMenu();
 
-    /// Draws on for `duration`, then takes the menu off the screen. Comes back when it has gone.
-    void fadeOut(std::chrono::milliseconds duration);
+    /// Draws so many steps more, 10 ms apart, then takes the menu off the screen. Comes back when
+    /// it has gone.
+    void fadeOut(int steps);
     /// The longest time between two steps so far, which a busy machine makes longer.
     std::chrono::milliseconds longestStep() const { return m_longestStep; }
 
@@ -31,7 +34,10 @@ private:
 
     XConnection m_connection;
     std::uint32_t m_window = 0;
-    std::atomic<bool> m_isDrawn = true;
+    std::atomic<int> m_stepsDrawn = 0;
+    std::mutex m_mutex;
+    std::condition_variable m_ended;
+    bool m_isEnding = false; ///< behind the mutex
     std::atomic<std::chrono::milliseconds> m_longestStep{};
     std::thread m_steps;
 };
