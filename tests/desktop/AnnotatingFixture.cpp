@@ -73,4 +73,16 @@ QImage AnnotatingFixture::expectedWith(const Marks &marks) const
         .value_or(QImage());
 }
 
+void AnnotatingFixture::writeText(QPoint place, const QString &text)
+{
+    use(u"text"_s);
+    clickPoint(place);
+    input({u"type"_s, text});
+}
+
+void AnnotatingFixture::expectSaved(const Marks &marks)
+{
+    EXPECT_EQ(differingPixels(expectedWith(marks), savedPicture()), 0);
+}
+
 } // namespace lumacap::harness

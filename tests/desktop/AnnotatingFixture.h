@@ -28,10 +28,15 @@ struct AnnotatingFixture : SelectionFixture {
     void clickPoint(QPoint place);
     void movePoint(QPoint place);
 
+    /// Types with the text tool at `place`, in points, and leaves the field open.
+    void writeText(QPoint place, const QString &text);
+
     /// The place in the canvas, whose y goes up.
     Point<Canvas> canvas(QPoint place) const;
     /// What of the screen under the selection is saved with `marks` on it.
     QImage expectedWith(const Marks &marks) const;
+    /// Waits for the file of the capture that was confirmed and compares it, pixel for pixel.
+    void expectSaved(const Marks &marks = {});
 
     AccessibleControls &controls() { return *m_controls; }
 

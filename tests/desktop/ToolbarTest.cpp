@@ -39,7 +39,7 @@ TEST_P(ScaledToolbarTest, validerSaves)
     annotate(GetParam(), selected);
     use(u"Valider"_s);
 
-    EXPECT_EQ(differingPixels(expectedWith({}), savedPicture()), 0);
+    expectSaved();
 }
 
 TEST_P(ScaledToolbarTest, annulerEndsTheCaptureWithoutATrace)
@@ -117,7 +117,7 @@ TEST_F(ToolbarTest, aClickOnTheStripIsNoSelection)
     drag(undo->place.center(), undo->place.center() + QPoint(30, 0));
     press(u"Return"_s);
 
-    EXPECT_EQ(differingPixels(expectedWith({}), savedPicture()), 0);
+    expectSaved();
 }
 
 TEST_F(ToolbarTest, theCrossStaysWhereItWasOverTheStripAndComesAlongOffIt)
@@ -166,38 +166,31 @@ TEST_F(ToolbarTest, undoTakesMarksAwayOneByOneAndIsDisabledWhenNoneIsLeft)
 
     EXPECT_TRUE(waitFor([&] { return !isUndoEnabled(); }));
     press(u"Return"_s);
-    EXPECT_EQ(differingPixels(expectedWith({}), savedPicture()), 0);
+    expectSaved();
 }
 
 TEST_F(ToolbarTest, textIsKeptByValider)
 {
     annotate(1, selected);
-    use(u"text"_s);
-    clickPoint({150, 250});
-    input({u"type"_s, u"Bonjour"_s});
+    writeText({150, 250}, u"Bonjour"_s);
     use(u"Valider"_s);
 
-    EXPECT_EQ(differingPixels(expectedWith(marks(text(u"Bonjour"_s, {150, 262}))), savedPicture()),
-              0);
+    expectSaved(marks(text(u"Bonjour"_s, {150, 262})));
 }
 
 TEST_F(ToolbarTest, textIsLostByReturn)
 {
     annotate(1, selected);
-    use(u"text"_s);
-    clickPoint({150, 250});
-    input({u"type"_s, u"Bonjour"_s});
+    writeText({150, 250}, u"Bonjour"_s);
     press(u"Return"_s);
 
-    EXPECT_EQ(differingPixels(expectedWith({}), savedPicture()), 0);
+    expectSaved();
 }
 
 TEST_F(ToolbarTest, textStaysOpenWhileOtherControlsAreClickedAndTakesTheLastColour)
 {
     annotate(1, selected);
-    use(u"text"_s);
-    clickPoint({150, 250});
-    input({u"type"_s, u"Bon"_s});
+    writeText({150, 250}, u"Bon"_s);
     use(u"rectangle"_s);
     dragPoints({120, 180}, {200, 220});
     use(u"blue"_s);
@@ -206,12 +199,8 @@ TEST_F(ToolbarTest, textStaysOpenWhileOtherControlsAreClickedAndTakesTheLastColo
     press(u"Return"_s);
 
     const Rect<Canvas> drawn{canvas({120, 180}), canvas({200, 220}) - canvas({120, 180})};
-    EXPECT_EQ(
-        differingPixels(expectedWith(marks(std::make_unique<RectAnnotation>(
-                                               colorOf(AnnotationColor::Red), 4, drawn),
-                                           text(u"Bonjour"_s, {150, 262}, AnnotationColor::Blue))),
-                        savedPicture()),
-        0);
+    expectSaved(marks(std::make_unique<RectAnnotation>(colorOf(AnnotationColor::Red), 4, drawn),
+                      text(u"Bonjour"_s, {150, 262}, AnnotationColor::Blue)));
 }
 
 TEST_F(ToolbarTest, accentsAndDeadKeysAreTyped)
@@ -225,21 +214,18 @@ TEST_F(ToolbarTest, accentsAndDeadKeysAreTyped)
     press(u"Tab"_s);
     press(u"Return"_s);
 
-    EXPECT_EQ(differingPixels(expectedWith(marks(text(u"éâç"_s, {150, 262}))), savedPicture()), 0);
+    expectSaved(marks(text(u"éâç"_s, {150, 262})));
 }
 
 TEST_F(ToolbarTest, wordsOfAnInputMethodAreTyped)
 {
     withInputMethod = true;
     annotate(1, selected);
-    use(u"text"_s);
-    clickPoint({150, 250});
-    input({u"type"_s, u"vieetj nam"_s}); // the last word is still being composed
+    writeText({150, 250}, u"vieetj nam"_s); // the last word is still being composed
     press(u"Tab"_s);
     press(u"Return"_s);
 
-    EXPECT_EQ(differingPixels(expectedWith(marks(text(u"việt nam"_s, {150, 262}))), savedPicture()),
-              0);
+    expectSaved(marks(text(u"việt nam"_s, {150, 262})));
 }
 
 TEST_F(ToolbarTest, escapeClosesTheTextThenDropsTheLoupeThenCancels)
@@ -251,9 +237,7 @@ TEST_F(ToolbarTest, escapeClosesTheTextThenDropsTheLoupeThenCancels)
     use(u"magnifier"_s);
     dragPoints({220, 180}, {260, 210});
     press(u"Escape"_s); // drops the second loupe
-    use(u"text"_s);
-    clickPoint({150, 250});
-    input({u"type"_s, u"Bonjour"_s});
+    writeText({150, 250}, u"Bonjour"_s);
     press(u"Escape"_s); // closes the text
     press(u"Return"_s);
 
@@ -262,7 +246,7 @@ TEST_F(ToolbarTest, escapeClosesTheTextThenDropsTheLoupeThenCancels)
         Rect<Canvas>{canvas({120, 180}), canvas({160, 210}) - canvas({120, 180})}, 2,
         MagnifierShape::RoundedRect);
     loupe->autoPlaceLoupe({{0, 0}, {1400, 700}});
-    EXPECT_EQ(differingPixels(expectedWith(marks(std::move(loupe))), savedPicture()), 0);
+    expectSaved(marks(std::move(loupe)));
 
     openOverlay();
     use(u"text"_s);
@@ -325,7 +309,7 @@ TEST_F(ToolbarTest, theFrameOfThePreferencesIsTurnedOffByItsSwitch)
     EXPECT_TRUE(waitFor([this] { return !controls().shows(u"frameBackground"_s); }));
     press(u"Return"_s);
 
-    EXPECT_EQ(differingPixels(expectedWith({}), savedPicture()), 0);
+    expectSaved();
 }
 
 TEST_F(ToolbarTest, aPressElsewhereClosesTheMenuAndDoesNothingElse)

@@ -11,25 +11,7 @@
 namespace lumacap::tests {
 namespace {
 
-class OverlayEditingTest : public OverlayViewFixture {
-protected:
-    /// Chooses a tool as the toolbar does, and lets the view hear of it.
-    void use(AnnotationTool tool)
-    {
-        m_store.setCurrentTool(tool);
-        QCoreApplication::sendPostedEvents();
-    }
-
-    /// The mark added last, if it is of this kind.
-    template <class Kind>
-    const Kind *last() const
-    {
-        const auto &marks = m_store.annotations();
-        return marks.empty() ? nullptr : dynamic_cast<const Kind *>(marks.back().get());
-    }
-
-    std::size_t count() const { return m_store.annotations().size(); }
-};
+using OverlayEditingTest = OverlayViewFixture;
 
 TEST_F(OverlayEditingTest, anArrowGoesFromThePressToTheRelease)
 {
@@ -298,7 +280,7 @@ TEST_F(OverlayEditingTest, anotherToolTakesTheGuideLinesAway)
     EXPECT_EQ(m_view->scene().guideLines, GuideLines::Hidden);
 }
 
-using OverlayEditingDeathTest = OverlayEditingTest;
+using OverlayEditingDeathTest = OverlayViewFixture;
 
 TEST_F(OverlayEditingDeathTest, morePointsThanNumbersBreakTheRules)
 {

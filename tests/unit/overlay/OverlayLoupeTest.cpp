@@ -8,12 +8,6 @@ class OverlayLoupeTest : public OverlayViewFixture {
 protected:
     OverlayLoupeTest() { use(AnnotationTool::Magnifier); }
 
-    void use(AnnotationTool tool)
-    {
-        m_store.setCurrentTool(tool);
-        QCoreApplication::sendPostedEvents();
-    }
-
     /// The loupe that is being placed; none before its source is dragged out and after it is added.
     const MagnifierAnnotation *pending() const
     {
@@ -29,8 +23,6 @@ protected:
     }
 
     void dragSource() { m_pointer->drag(100, 100, 140, 130); }
-
-    std::size_t count() const { return m_store.annotations().size(); }
 };
 
 TEST_F(OverlayLoupeTest, aSourceOfFourPointsInOneDirectionIsDropped)

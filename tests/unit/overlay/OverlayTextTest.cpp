@@ -25,12 +25,6 @@ protected:
         m_view->setFocus();
     }
 
-    void use(AnnotationTool tool)
-    {
-        m_store.setCurrentTool(tool);
-        QCoreApplication::sendPostedEvents();
-    }
-
     /// The open field.
     AnnotationTextField *field() const
     {
@@ -49,10 +43,17 @@ protected:
         QTest::keyClicks(QApplication::focusWidget(), text);
     }
 
-    const TextAnnotation *last() const
+    /// The text added last.
+    const TextAnnotation *last() const { return OverlayViewFixture::last<TextAnnotation>(); }
+
+    /// Presses a control that takes the keyboard by this policy.
+    void pressControl(Qt::FocusPolicy policy)
     {
-        const auto &marks = m_store.annotations();
-        return marks.empty() ? nullptr : dynamic_cast<const TextAnnotation *>(marks.back().get());
+        QPushButton control(m_view.get());
+        control.setFocusPolicy(policy);
+        control.setGeometry(300, 10, 60, 30);
+        control.show();
+        QTest::mouseClick(&control, Qt::LeftButton);
     }
 };
 
@@ -117,13 +118,9 @@ TEST_F(OverlayTextTest, anEmptyTextAddsNothingAndTheFieldGoesAllTheSame)
 
 TEST_F(OverlayTextTest, aPressOnWhatTakesTheKeyboardKeepsTheText)
 {
-    QPushButton button(m_view.get());
-    button.setFocusPolicy(Qt::StrongFocus);
-    button.setGeometry(300, 10, 60, 30);
-    button.show();
     type(u"Bonjour"_s);
 
-    QTest::mouseClick(&button, Qt::LeftButton);
+    pressControl(Qt::StrongFocus);
 
     ASSERT_NE(last(), nullptr);
     EXPECT_EQ(last()->text, u"Bonjour"_s);
@@ -132,13 +129,9 @@ TEST_F(OverlayTextTest, aPressOnWhatTakesTheKeyboardKeepsTheText)
 
 TEST_F(OverlayTextTest, aPressOnWhatLeavesTheKeyboardLeavesTheFieldOpen)
 {
-    QPushButton button(m_view.get());
-    button.setFocusPolicy(Qt::TabFocus);
-    button.setGeometry(300, 10, 60, 30);
-    button.show();
     type(u"Bonjour"_s);
 
-    QTest::mouseClick(&button, Qt::LeftButton);
+    pressControl(Qt::TabFocus);
 
     EXPECT_TRUE(m_store.annotations().empty());
     ASSERT_NE(field(), nullptr);

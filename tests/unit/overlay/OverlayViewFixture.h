@@ -37,6 +37,23 @@ protected:
         m_pointer = std::make_unique<Pointer>(*m_view);
     }
 
+    /// Chooses a tool as the toolbar does, and lets the view hear of it.
+    void use(AnnotationTool tool)
+    {
+        m_store.setCurrentTool(tool);
+        QCoreApplication::sendPostedEvents();
+    }
+
+    /// How many marks are finished.
+    std::size_t count() const { return m_store.annotations().size(); }
+    /// The mark added last, if it is of this kind.
+    template <class Kind>
+    const Kind *last() const
+    {
+        return count() == 0 ? nullptr
+                            : dynamic_cast<const Kind *>(m_store.annotations().back().get());
+    }
+
     /// What the view shows is what it would show if all were drawn anew.
     void expectFullRepaint(const OverlayScene &scene) const
     {
