@@ -2,6 +2,7 @@
 
 #include "annotation/toolbar/ToolbarLook.h"
 #include "annotation/toolbar/ToolbarTheme.h"
+#include "graphics/ColorMixing.h"
 
 #include <QPainter>
 

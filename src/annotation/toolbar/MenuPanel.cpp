@@ -1,9 +1,10 @@
 #include "annotation/toolbar/MenuPanel.h"
 
 #include "annotation/toolbar/ToolbarLook.h"
-#include "annotation/toolbar/ToolbarPainting.h"
 #include "annotation/toolbar/ToolbarTheme.h"
+#include "graphics/ColorMixing.h"
 #include "graphics/PainterState.h"
+#include "graphics/PointPainting.h"
 
 #include <QPainter>
 #include <QPen>

@@ -2,9 +2,10 @@
 
 #include "annotation/toolbar/Backdrop.h"
 #include "annotation/toolbar/ToolbarLook.h"
-#include "annotation/toolbar/ToolbarPainting.h"
 #include "annotation/toolbar/ToolbarTheme.h"
+#include "graphics/ColorMixing.h"
 #include "graphics/PainterState.h"
+#include "graphics/PointPainting.h"
 
 #include <QBrush>
 #include <QPainter>

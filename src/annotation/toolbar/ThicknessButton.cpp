@@ -1,7 +1,7 @@
 #include "annotation/toolbar/ThicknessButton.h"
 
 #include "annotation/toolbar/ToolbarLook.h"
-#include "annotation/toolbar/ToolbarPainting.h"
+#include "graphics/PointPainting.h"
 
 #include <QPainter>
 

@@ -2,7 +2,8 @@
 
 #include "annotation/toolbar/ToolbarAccessibility.h"
 #include "annotation/toolbar/ToolbarLook.h"
-#include "annotation/toolbar/ToolbarPainting.h"
+#include "graphics/ColorMixing.h"
+#include "graphics/PointPainting.h"
 
 #include <QKeyEvent>
 #include <QPainter>

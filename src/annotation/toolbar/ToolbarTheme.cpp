@@ -1,5 +1,7 @@
 #include "annotation/toolbar/ToolbarTheme.h"
 
+#include "graphics/ColorMixing.h"
+
 #include <QPalette>
 
 namespace lumacap {
@@ -9,22 +11,6 @@ constexpr int middleLightness = 128;
 constexpr double towardsWhite = 0.45; // windows are a shade darker than menus and strips
 
 } // namespace
-
-QColor translucent(QColor color, double opacity)
-{
-    color.setAlphaF(static_cast<float>(opacity));
-    return color;
-}
-
-QColor mixed(const QColor &first, const QColor &second, double share)
-{
-    const auto channel = [share](float a, float b) {
-        return static_cast<float>(a + (b - a) * share);
-    };
-    return QColor::fromRgbF(channel(first.redF(), second.redF()),
-                            channel(first.greenF(), second.greenF()),
-                            channel(first.blueF(), second.blueF()));
-}
 
 ToolbarTheme themeOf(const QPalette &palette)
 {

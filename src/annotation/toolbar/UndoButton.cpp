@@ -1,7 +1,8 @@
 #include "annotation/toolbar/UndoButton.h"
 
 #include "annotation/toolbar/ToolbarLook.h"
-#include "annotation/toolbar/ToolbarPainting.h"
+#include "graphics/ColorMixing.h"
+#include "graphics/PointPainting.h"
 
 #include <QPainter>
 

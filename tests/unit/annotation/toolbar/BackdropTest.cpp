@@ -3,6 +3,7 @@
 #include "Toolbar.h"
 #include "annotation/toolbar/ToolbarLook.h"
 #include "annotation/toolbar/ToolbarTheme.h"
+#include "graphics/ColorMixing.h"
 
 namespace lumacap::tests {
 namespace {

@@ -2,6 +2,7 @@
 
 #include "annotation/shapes/RectAnnotation.h"
 #include "annotation/toolbar/ToolbarTheme.h"
+#include "graphics/ColorMixing.h"
 
 #include <QMouseEvent>
 #include <QPainter>

@@ -1,4 +1,4 @@
-#include "annotation/toolbar/ToolbarPainting.h"
+#include "graphics/PointPainting.h"
 
 #include "graphics/PainterState.h"
 #include "graphics/SymbolImage.h"

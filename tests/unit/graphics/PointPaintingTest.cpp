@@ -1,4 +1,4 @@
-#include "annotation/toolbar/ToolbarPainting.h"
+#include "graphics/PointPainting.h"
 
 #include "graphics/SymbolImage.h"
 
@@ -19,7 +19,7 @@ QImage emptyPicture(double ratio)
     return picture;
 }
 
-TEST(ToolbarPainting, symbolsAreDrawnPixelForPixelAtAnyDensityAndPlace)
+TEST(PointPainting, symbolsAreDrawnPixelForPixelAtAnyDensityAndPlace)
 {
     for (const double ratio : {1.0, 1.25, 1.5, 2.0, 3.0}) {
         for (const double unitsAPoint : {1.0, 4.0 / 3}) {
@@ -40,7 +40,7 @@ TEST(ToolbarPainting, symbolsAreDrawnPixelForPixelAtAnyDensityAndPlace)
     }
 }
 
-TEST(ToolbarPainting, aRectangleIsAlignedToWholePixels)
+TEST(PointPainting, aRectangleIsAlignedToWholePixels)
 {
     QImage picture = emptyPicture(1.5);
     QPainter painter(&picture);
@@ -53,7 +53,7 @@ TEST(ToolbarPainting, aRectangleIsAlignedToWholePixels)
     EXPECT_NEAR(aligned.height() * 1.5, 33, 1e-9);
 }
 
-TEST(ToolbarPainting, aContinuousCornerPassesTheMiddleOfTheCircles)
+TEST(PointPainting, aContinuousCornerPassesTheMiddleOfTheCircles)
 {
     const QPainterPath path = continuousRoundedRect({0, 0, 100, 60}, 10);
 
@@ -63,7 +63,7 @@ TEST(ToolbarPainting, aContinuousCornerPassesTheMiddleOfTheCircles)
     EXPECT_EQ(path.boundingRect(), QRectF(0, 0, 100, 60));
 }
 
-TEST(ToolbarPainting, aRadiusThatIsTooLongIsCutShort)
+TEST(PointPainting, aRadiusThatIsTooLongIsCutShort)
 {
     const QRectF rect(0, 0, 20, 8);
 
