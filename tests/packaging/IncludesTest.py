@@ -38,10 +38,12 @@ class CheckIncludes(unittest.TestCase):
         self.accepts("capture/encoding/Png.cpp", "capture/encoding/Strips.h", "platform/Result.h", "graphics/Geometry.h")
         self.accepts("platform/kwin/KWinScreens.cpp", "platform/wayland/Registry.h", "platform/Screens.h")
         self.accepts("platform/Screens.h", "graphics/Geometry.h", "platform/Result.h")
+        self.accepts("annotation/toolbar/IconButton.h", "controls/PaintedButton.h")
 
     def testAnIncludeUpwardIsRejected(self):
         self.rejects("graphics/Geometry.h", "platform/Result.h", reason="graphics/ may not include platform/")
         self.rejects("platform/Screens.h", "preferences/storage/KeyCombo.h")
+        self.rejects("controls/PaintedButton.h", "annotation/toolbar/IconButton.h")
         self.rejects("preferences/storage/KeyCombo.h", "preferences/KeyRecorder.h")
         self.rejects("preferences/storage/KeyCombo.h", "capture/ImageSaver.h")
         self.rejects("capture/ImageSaver.cpp", "overlay/OverlayView.h")

@@ -6,6 +6,7 @@
 #include "annotation/toolbar/StripPainting.h"
 #include "annotation/toolbar/ToolbarLook.h"
 #include "annotation/toolbar/ToolbarTheme.h"
+#include "controls/Accessibility.h"
 
 #include <QImage>
 #include <QPainter>
@@ -30,6 +31,7 @@ AnnotationToolbarView::AnnotationToolbarView(AnnotationStore &store, QWidget *pa
     , m_store(store)
     , m_row(store, *this)
 {
+    describeAs(*this, QAccessible::ToolBar);
     setAttribute(Qt::WA_NoMousePropagation);
     setCursor(Qt::ArrowCursor);
     layOut();

@@ -42,6 +42,14 @@ void BackgroundMenuButton::setOpenness(MenuOpenness openness)
     update();
 }
 
+void BackgroundMenuButton::describe(QAccessible::State &state) const
+{
+    state.hasPopup = true;
+    state.expandable = true;
+    state.expanded = m_openness == MenuOpenness::Open;
+    state.collapsed = !state.expanded;
+}
+
 Size BackgroundMenuButton::frameSize() const
 {
     return {chevronLeft + chevronSide + toolbarlook::menuButtonPadding,
@@ -56,8 +64,8 @@ void BackgroundMenuButton::paintFace(QPainter &painter, const ToolbarTheme &them
     painter.fillPath(ground, translucent(theme.accent, toolbarlook::menuButtonOpacity));
     painter.fillPath(ground,
                      m_openness == MenuOpenness::Open
-                         ? translucent(theme.text, toolbarlook::pressedOpacity)
-                         : feedback(theme));
+                         ? translucent(theme.text, feedbacklook::pressedOpacity)
+                         : feedback(theme.text));
     drawSymbol(painter, rowOf(frameBackgroundStyles, m_style).icon,
                {toolbarlook::menuButtonPadding, 0, iconSide, size.height}, iconSide, theme.text);
     drawSymbol(painter, u"chevron.down"_s, {chevronLeft, 0, chevronSide, size.height}, chevronSide,

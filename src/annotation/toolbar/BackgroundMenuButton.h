@@ -21,6 +21,7 @@ public:
     void setOpenness(MenuOpenness openness);
 
     Size frameSize() const override;
+    void describe(QAccessible::State &state) const override;
 
 protected:
     void paintFace(QPainter &painter, const ToolbarTheme &theme) const override;

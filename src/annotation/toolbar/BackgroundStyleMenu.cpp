@@ -3,6 +3,7 @@
 #include "annotation/toolbar/BackgroundStyleRow.h"
 #include "annotation/toolbar/MenuPanel.h"
 #include "annotation/toolbar/ToolbarLook.h"
+#include "controls/Accessibility.h"
 
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -20,6 +21,7 @@ BackgroundStyleMenu::BackgroundStyleMenu(FrameBackgroundStyle current, double un
     , m_unitsAPoint(unitsAPoint)
     , m_panel(new QWidget(this))
 {
+    describeAs(*this, QAccessible::PopupMenu);
     setObjectName(u"frameBackground.menu"_s);
     setAccessibleName(u"frameBackground"_s);
     setAttribute(Qt::WA_NoMousePropagation);

@@ -50,7 +50,7 @@ void BackgroundStyleRow::paintFace(QPainter &painter, const ToolbarTheme &theme)
             continuousRoundedRect({0, 0, size.width, size.height}, toolbarlook::rowRadius);
         painter.fillPath(ground, theme.accent);
         if (isDown())
-            painter.fillPath(ground, translucent(Qt::black, toolbarlook::pressedOpacity));
+            painter.fillPath(ground, translucent(Qt::black, feedbacklook::pressedOpacity));
     }
     const QColor color = isHighlighted ? theme.onAccent : theme.text;
     if (isChecked())

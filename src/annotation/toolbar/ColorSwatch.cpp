@@ -59,7 +59,7 @@ double ColorSwatch::focusRingWidth() const
 void ColorSwatch::paintFace(QPainter &painter, const ToolbarTheme &theme) const
 {
     painter.fillPath(circle(0), nsColor(m_color));
-    painter.fillPath(circle(0), feedback(theme));
+    painter.fillPath(circle(0), feedback(theme.text));
     const QPainterPath outer = circle(toolbarlook::swatchOuterRingOutset);
     if (isChecked()) {
         painter.strokePath(circle(0), QPen(Qt::white, toolbarlook::swatchInnerRingWidth));

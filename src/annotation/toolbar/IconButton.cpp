@@ -40,7 +40,7 @@ void IconButton::paintFace(QPainter &painter, const ToolbarTheme &theme) const
     const QPainterPath ground = continuousRoundedRect(square, toolbarlook::controlRadius);
     if (isChecked())
         painter.fillPath(ground, translucent(theme.accent, toolbarlook::currentOpacity));
-    painter.fillPath(ground, feedback(theme));
+    painter.fillPath(ground, feedback(theme.text));
     if (const auto *const face = std::get_if<SymbolFace>(&m_face))
         drawSymbol(painter, face->symbol, square, face->font * toolbarlook::symbolSideAFont,
                    theme.text);

@@ -30,7 +30,7 @@ void TextButton::paintFace(QPainter &painter, const ToolbarTheme &theme) const
     const QRectF box(0, 0, frameSize().width, frameSize().height);
     const QPainterPath ground = continuousRoundedRect(box, toolbarlook::controlRadius);
     painter.fillPath(ground, isProminent ? theme.accent : theme.plainButton);
-    painter.fillPath(ground, feedback(theme));
+    painter.fillPath(ground, feedback(theme.text));
     if (!isProminent) {
         const double hairline = 1 / pixelsAPoint(painter);
         const QMarginsF half(hairline / 2, hairline / 2, hairline / 2, hairline / 2);

@@ -36,7 +36,7 @@ QPainterPath ThicknessButton::focusRing() const
 
 void ThicknessButton::paintFace(QPainter &painter, const ToolbarTheme &theme) const
 {
-    painter.fillPath(ground(), feedback(theme));
+    painter.fillPath(ground(), feedback(theme.text));
     QPainterPath bar;
     bar.addRoundedRect(QRectF(0, 0, frameSize().width, frameSize().height), toolbarlook::barRadius,
                        toolbarlook::barRadius);

@@ -1,11 +1,8 @@
 #include "annotation/toolbar/ToolbarButton.h"
 
-#include "annotation/toolbar/ToolbarAccessibility.h"
 #include "annotation/toolbar/ToolbarLook.h"
-#include "graphics/ColorMixing.h"
 #include "graphics/PointPainting.h"
 
-#include <QKeyEvent>
 #include <QPainter>
 #include <QPen>
 
@@ -26,16 +23,6 @@ QRect wholeUnitsAround(const QRectF &rect)
 }
 
 } // namespace
-
-ToolbarButton::ToolbarButton(QAccessible::Role role, const QString &name, QWidget *parent)
-    : QAbstractButton(parent)
-    , m_role(role)
-{
-    describeToolbarToAssistiveTechnology();
-    setAccessibleName(name);
-    setFocusPolicy(Qt::TabFocus);
-    setAttribute(Qt::WA_Hover);
-}
 
 void ToolbarButton::place(QPointF origin, double unitsAPoint)
 {
@@ -72,15 +59,6 @@ double ToolbarButton::focusRingWidth() const
     return toolbarlook::focusRingWidth;
 }
 
-QColor ToolbarButton::feedback(const ToolbarTheme &theme) const
-{
-    if (!isEnabled())
-        return Qt::transparent;
-    if (isDown())
-        return translucent(theme.text, toolbarlook::pressedOpacity);
-    return underMouse() ? translucent(theme.text, toolbarlook::hoverOpacity) : Qt::transparent;
-}
-
 void ToolbarButton::paintEvent(QPaintEvent * /*event*/)
 {
     const ToolbarTheme theme = themeOf(palette());
@@ -89,39 +67,9 @@ void ToolbarButton::paintEvent(QPaintEvent * /*event*/)
     painter.translate(m_origin);
     alignToPixels(painter);
     painter.scale(m_unitsAPoint, m_unitsAPoint);
-    if (m_showsFocus && hasFocus())
+    if (showsFocus())
         painter.strokePath(focusRing(), QPen(theme.accent, focusRingWidth()));
     paintFace(painter, theme);
-}
-
-void ToolbarButton::keyPressEvent(QKeyEvent *event)
-{
-    if (event->key() == Qt::Key_Space)
-        QAbstractButton::keyPressEvent(event);
-    else
-        event->ignore();
-}
-
-void ToolbarButton::keyReleaseEvent(QKeyEvent *event)
-{
-    if (event->key() == Qt::Key_Space)
-        QAbstractButton::keyReleaseEvent(event);
-    else
-        event->ignore();
-}
-
-void ToolbarButton::focusInEvent(QFocusEvent *event)
-{
-    // A menu that closes, or a window that comes back, gives the focus back as it was.
-    const Qt::FocusReason reason = event->reason();
-    if (reason != Qt::PopupFocusReason && reason != Qt::ActiveWindowFocusReason)
-        m_showsFocus = reason != Qt::MouseFocusReason;
-    QAbstractButton::focusInEvent(event);
-}
-
-bool ToolbarButton::hitButton(const QPoint &position) const
-{
-    return rect().contains(position);
 }
 
 } // namespace lumacap

@@ -1,10 +1,9 @@
 #pragma once
 
 #include "annotation/toolbar/ToolbarTheme.h"
+#include "controls/PaintedButton.h"
 #include "graphics/Geometry.h"
 
-#include <QAbstractButton>
-#include <QAccessible>
 #include <QMarginsF>
 #include <QRectF>
 
@@ -13,17 +12,13 @@ class QPainterPath;
 namespace lumacap {
 
 /// A control of the strip or of its menu. It draws itself in points, whatever the units of its
-/// window, and is current only when it is told so: a click changes nothing by itself. It takes the
-/// space key alone; all others go on to its parent. Lies around a frame, which is what counts in
-/// its row; presses are taken and rings are drawn a little beyond.
-class ToolbarButton : public QAbstractButton {
+/// window, and is current only when it is told so: a click changes nothing by itself. Lies around a
+/// frame, which is what counts in its row; presses are taken and rings are drawn a little beyond.
+class ToolbarButton : public PaintedButton {
     Q_OBJECT
 
 public:
-    /// `name` is what assistive technology calls it.
-    ToolbarButton(QAccessible::Role role, const QString &name, QWidget *parent);
-
-    QAccessible::Role role() const { return m_role; }
+    using PaintedButton::PaintedButton;
 
     /// In points.
     virtual Size frameSize() const = 0;
@@ -44,22 +39,13 @@ protected:
     virtual QPainterPath focusRing() const;
     virtual double focusRingWidth() const;
 
-    /// The fill that says that the pointer is over it or presses it; transparent otherwise.
-    QColor feedback(const ToolbarTheme &theme) const;
-
     void paintEvent(QPaintEvent *event) override;
-    void keyPressEvent(QKeyEvent *event) override;
-    void keyReleaseEvent(QKeyEvent *event) override;
-    void focusInEvent(QFocusEvent *event) override;
-    bool hitButton(const QPoint &position) const override;
     void nextCheckState() override { }
 
 private:
-    QAccessible::Role m_role;
     QRectF m_frame;
     QPointF m_origin; ///< of the frame, in the widget's units
     double m_unitsAPoint = 1;
-    bool m_showsFocus = false;
 };
 
 } // namespace lumacap

@@ -15,8 +15,6 @@ inline constexpr double dividerOpacity = 0.2;
 // Every control.
 inline constexpr double reach = 4; ///< beyond its frame: less than half the spacing
 inline constexpr double controlRadius = 6;
-inline constexpr double hoverOpacity = 0.08;
-inline constexpr double pressedOpacity = 0.18;
 inline constexpr double disabledOpacity = 0.35;
 inline constexpr double focusRingWidth = 2;
 inline constexpr double focusRingOutset = 2; ///< to the middle of the ring

@@ -39,7 +39,7 @@ QPainterPath UndoButton::focusRing() const
 
 void UndoButton::paintFace(QPainter &painter, const ToolbarTheme &theme) const
 {
-    painter.fillPath(ground(), feedback(theme));
+    painter.fillPath(ground(), feedback(theme.text));
     const double opacity = isEnabled() ? 1 : toolbarlook::disabledOpacity;
     drawSymbol(painter, u"arrow.uturn.backward"_s, {0, 0, side, side}, side,
                translucent(theme.text, opacity));

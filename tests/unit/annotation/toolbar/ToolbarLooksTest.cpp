@@ -123,11 +123,11 @@ TEST_F(ToolbarLooksTest, thePointerAndAPressShow)
 {
     point("tool.blur");
     EXPECT_TRUE(areAlike(colorAt("tool.blur", 2, 14),
-                         over(groundColor(), textColor, toolbarlook::hoverOpacity)));
+                         over(groundColor(), textColor, feedbacklook::hoverOpacity)));
     QTest::mousePress(m_host->windowHandle(), Qt::LeftButton, {},
                       inHost(control("tool.blur").frame().center()));
     EXPECT_TRUE(areAlike(colorAt("tool.blur", 2, 14),
-                         over(groundColor(), textColor, toolbarlook::pressedOpacity)));
+                         over(groundColor(), textColor, feedbacklook::pressedOpacity)));
     QTest::mouseRelease(m_host->windowHandle(), Qt::LeftButton, {}, QPoint(5, 5));
     EXPECT_EQ(m_store->currentTool(), AnnotationTool::Selection) << "released elsewhere";
     point("tool.arrow");
