@@ -4,10 +4,12 @@
 
 #include <QColor>
 #include <QFont>
+#include <QFontMetricsF>
 #include <QGlyphRun>
 #include <QGuiApplication>
 #include <QPainter>
 #include <QTextLayout>
+#include <QTextOption>
 
 #include <algorithm>
 #include <cmath>
@@ -31,11 +33,16 @@ QFont generalFont(int pixelSize, FontWeight weight)
     return font;
 }
 
+int unitsOf(double points)
+{
+    return std::max(1, static_cast<int>(std::lround(points * unitsAPoint)));
+}
+
 } // namespace
 
 Text::Text(const QString &text, double points, FontWeight weight)
 {
-    const int pixelSize = std::max(1, static_cast<int>(std::lround(points * unitsAPoint)));
+    const int pixelSize = unitsOf(points);
     m_pointsAUnit = points / pixelSize;
     QString lines = text;
     lines.replace(u'\n', QChar::LineSeparator);
@@ -74,6 +81,28 @@ Rect<Canvas> Text::drawnArea(Point<Canvas> lowerLeft) const
     return {{lowerLeft.x + box.left() * m_pointsAUnit,
              lowerLeft.y + m_size.height - box.bottom() * m_pointsAUnit},
             {box.width() * m_pointsAUnit, box.height() * m_pointsAUnit}};
+}
+
+QString brokenIntoLines(const QString &text, double points, FontWeight weight, double width)
+{
+    QTextLayout layout(text, generalFont(unitsOf(points), weight));
+    QTextOption option;
+    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    layout.setTextOption(option);
+    QStringList lines;
+    layout.beginLayout();
+    for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
+        line.setLineWidth(width * unitsAPoint);
+        lines.append(text.mid(line.textStart(), line.textLength()).trimmed());
+    }
+    layout.endLayout();
+    return lines.join(u'\n');
+}
+
+QString elidedInMiddle(const QString &text, double points, FontWeight weight, double width)
+{
+    const QFontMetricsF metrics(generalFont(unitsOf(points), weight));
+    return metrics.elidedText(text, Qt::ElideMiddle, width * unitsAPoint);
 }
 
 } // namespace lumacap

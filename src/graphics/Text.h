@@ -12,7 +12,7 @@ class QTextLayout;
 
 namespace lumacap {
 
-enum class FontWeight { Medium = 500, Bold = 700 };
+enum class FontWeight { Regular = 400, Medium = 500, SemiBold = 600, Bold = 700 };
 
 /// A text in the desktop's general font, laid out once, so that it is drawn with the very metrics
 /// it was measured with. Line feeds begin a new line; what the font lacks comes from others.
@@ -38,5 +38,13 @@ private:
     double m_pointsAUnit; ///< canvas points for one unit of the layout
     Size m_size;
 };
+
+/// The text as a `Text` of that font shows it in lines of `width` canvas points at most: with line
+/// feeds between its words, and within words that are wider.
+QString brokenIntoLines(const QString &text, double points, FontWeight weight, double width);
+
+/// The text, or as much of its beginning and end as `width` canvas points hold, with a sign for
+/// what is left out between them.
+QString elidedInMiddle(const QString &text, double points, FontWeight weight, double width);
 
 } // namespace lumacap

@@ -28,7 +28,12 @@ constexpr std::array names{"rectangle.dashed",
                            "sun.max.fill",
                            "water.waves",
                            "sunset.fill",
-                           "newspaper.fill"};
+                           "newspaper.fill",
+                           "gearshape",
+                           "keyboard",
+                           "camera.viewfinder",
+                           "square.and.arrow.down",
+                           "folder"};
 
 class EverySymbol : public testing::TestWithParam<const char *> { };
 

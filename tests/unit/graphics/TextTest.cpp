@@ -138,6 +138,37 @@ TEST(Text, ofNothingHasNoWidth)
     EXPECT_TRUE(std::isfinite(text.size().height));
 }
 
+TEST(Text, isBrokenBetweenWordsIntoLinesThatFit)
+{
+    const QString words = u"Capture directement apres la selection de zone"_s;
+    const QString lines = brokenIntoLines(words, 10, FontWeight::Regular, 120);
+
+    EXPECT_GT(lines.count(u'\n'), 0);
+    EXPECT_LE(Text(lines, 10, FontWeight::Regular).size().width, 120);
+    EXPECT_EQ(QString(lines).replace(u'\n', u' '), words);
+    EXPECT_EQ(brokenIntoLines(words, 10, FontWeight::Regular, 1000), words);
+}
+
+TEST(Text, isBrokenWithinAWordThatIsWiderThanTheLine)
+{
+    const QString word(40, u'm');
+    const QString lines = brokenIntoLines(word, 10, FontWeight::Regular, 60);
+
+    EXPECT_LE(Text(lines, 10, FontWeight::Regular).size().width, 60);
+    EXPECT_EQ(QString(lines).remove(u'\n'), word);
+}
+
+TEST(Text, losesItsMiddleWhereItIsTooLong)
+{
+    const QString name = u"Captures of the year and of the one before"_s;
+    const QString elided = elidedInMiddle(name, 13, FontWeight::Regular, 100);
+
+    EXPECT_LE(Text(elided, 13, FontWeight::Regular).size().width, 101);
+    EXPECT_TRUE(elided.startsWith(u"Cap"_s));
+    EXPECT_TRUE(elided.endsWith(u"ore"_s));
+    EXPECT_EQ(elidedInMiddle(name, 13, FontWeight::Regular, 1000), name);
+}
+
 /// Ends the process, which finds no font, with 0 when a text was measured and drawn all the same,
 /// with 2 when there is a font.
 [[noreturn]] void drawWithoutFonts()
