@@ -70,10 +70,12 @@ constexpr std::array keys{
     VirtualKey{0x68, KEY_HANGEUL},    VirtualKey{0x66, KEY_HANJA},
     VirtualKey{0x5D, KEY_YEN},        VirtualKey{0x37, KEY_LEFTMETA},
     VirtualKey{0x36, KEY_RIGHTMETA},  VirtualKey{0x6E, KEY_COMPOSE},
-    VirtualKey{0x69, KEY_F13},        VirtualKey{0x6B, KEY_F14},
-    VirtualKey{0x71, KEY_F15},        VirtualKey{0x6A, KEY_F16},
-    VirtualKey{0x40, KEY_F17},        VirtualKey{0x4F, KEY_F18},
-    VirtualKey{0x50, KEY_F19},        VirtualKey{0x5A, KEY_F20},
+    VirtualKey{0x80, KEY_SYSRQ},      VirtualKey{0x81, KEY_SCROLLLOCK},
+    VirtualKey{0x82, KEY_PAUSE},      VirtualKey{0x69, KEY_F13},
+    VirtualKey{0x6B, KEY_F14},        VirtualKey{0x71, KEY_F15},
+    VirtualKey{0x6A, KEY_F16},        VirtualKey{0x40, KEY_F17},
+    VirtualKey{0x4F, KEY_F18},        VirtualKey{0x50, KEY_F19},
+    VirtualKey{0x5A, KEY_F20},
 };
 
 template <class From>

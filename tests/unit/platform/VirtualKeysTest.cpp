@@ -15,7 +15,7 @@ TEST(VirtualKeys, leadBothWaysToTheSameKey)
         ++keys;
         EXPECT_EQ(virtualKeyCode(*evdev), code) << code;
     }
-    EXPECT_EQ(keys, 116);
+    EXPECT_EQ(keys, 119);
     int back = 0;
     for (std::uint32_t evdev = 0; evdev < 768; ++evdev)
         back += virtualKeyCode(evdev) ? 1 : 0;
@@ -35,6 +35,15 @@ TEST(VirtualKeys, areThoseOfTheKeyboardsPlaces)
           KnownKey{53, 1}, KnownKey{76, 96}, KnownKey{90, 190}, KnownKey{114, 110},
           KnownKey{122, 59}, KnownKey{123, 105}, KnownKey{126, 103}})
         EXPECT_EQ(evdevCode(key.virtualKeyCode), key.evdevCode) << key.virtualKeyCode;
+}
+
+TEST(VirtualKeys, thoseThatTheOtherNumberingLacksHaveCodesBeyondIt)
+{
+    EXPECT_EQ(evdevCode(virtualkey::print), 99U) << "the key with the camera, or SysRq, on it";
+    EXPECT_EQ(evdevCode(virtualkey::scrollLock), 70U);
+    EXPECT_EQ(evdevCode(virtualkey::pause), 119U);
+    for (const auto code : {virtualkey::print, virtualkey::scrollLock, virtualkey::pause})
+        EXPECT_GT(code, 0x7FU);
 }
 
 TEST(VirtualKeys, unknownCodesHaveNoKey)
