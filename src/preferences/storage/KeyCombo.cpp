@@ -1,5 +1,7 @@
 #include "preferences/storage/KeyCombo.h"
 
+#include "preferences/storage/EventFlags.h"
+
 #include <QJsonDocument>
 #include <QJsonObject>
 
@@ -22,10 +24,10 @@ struct ModifierRow {
 
 /// In the order in which a shortcut shows them.
 constexpr std::array modifierRows{
-    ModifierRow{carbon::controlKey, 1U << 18U, u'\u2303'},
-    ModifierRow{carbon::optionKey, 1U << 19U, u'\u2325'},
-    ModifierRow{carbon::shiftKey, 1U << 17U, u'\u21E7'},
-    ModifierRow{carbon::cmdKey, 1U << 20U, u'\u2318'},
+    ModifierRow{carbon::controlKey, eventflag::control, u'\u2303'},
+    ModifierRow{carbon::optionKey, eventflag::option, u'\u2325'},
+    ModifierRow{carbon::shiftKey, eventflag::shift, u'\u21E7'},
+    ModifierRow{carbon::cmdKey, eventflag::command, u'\u2318'},
 };
 
 struct KeyLabel {
