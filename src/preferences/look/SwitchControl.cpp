@@ -52,8 +52,8 @@ void SwitchControl::follow(bool isOn)
 {
     const double end = isOn ? 1 : 0;
     m_slide.stop();
-    const bool moves =
-        isVisible() && style()->styleHint(QStyle::SH_Widget_Animation_Duration, nullptr, this) > 0;
+    const bool moves = isVisible() && end != m_position
+        && style()->styleHint(QStyle::SH_Widget_Animation_Duration, nullptr, this) > 0;
     if (!moves)
         return moveTo(end);
     m_slide.setStartValue(m_position);
