@@ -1,5 +1,6 @@
 #include "preferences/window/PreferencesWindow.h"
 
+#include "controls/Accessibility.h"
 #include "preferences/look/PrefsLook.h"
 #include "preferences/window/PreferencesView.h"
 #include "preferences/window/SectionColumn.h"
@@ -22,6 +23,7 @@ PreferencesWindow::PreferencesWindow(const PreferencesServices &services,
     : m_services(services)
     , m_onHotkeysChanged(std::move(onHotkeysChanged))
 {
+    describeAs(*this, QAccessible::Window);
     setWindowFlags(Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint
                    | Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint);
     setWindowTitle(u"Lumacap"_s);
