@@ -10,6 +10,7 @@
 #include "platform/Spawn.h"
 #include "preferences/HotkeyManager.h"
 #include "preferences/storage/PreferencesStorage.h"
+#include "preferences/window/PreferencesWindowController.h"
 
 #include <QCoreApplication>
 #include <QPointer>
@@ -59,6 +60,12 @@ void AppDelegate::applicationDidFinishLaunching()
                         *m_desktop.pasteboard, *m_desktop.soundPlayer, m_preferences},
         *m_captureEngine);
 
+    m_preferencesController = std::make_unique<PreferencesWindowController>(
+        PreferencesServices{m_preferences, *m_desktop.hotkeyService, *m_desktop.folderPanel},
+        [self = QPointer(this)] {
+            if (self)
+                self->registerHotkeys();
+        });
     m_hotkeyManager = HotkeyManager::make(*m_desktop.hotkeyService);
     registerHotkeys();
 
@@ -116,7 +123,7 @@ void AppDelegate::perform(Command command)
     case Command::Selection:
         return captureSelection();
     case Command::Preferences:
-        fatal("a command that this version does not offer");
+        return showPreferences();
     case Command::CheckForUpdates:
         if (m_updaterController == nullptr)
             fatal("updates are looked for before launch finished");
@@ -157,6 +164,13 @@ void AppDelegate::captureSelection()
     if (!m_overlayController)
         fatal("a selection is asked for before launch finished");
     m_overlayController->showOverlay();
+}
+
+void AppDelegate::showPreferences()
+{
+    if (!m_preferencesController)
+        fatal("the preferences are asked for before launch finished");
+    m_preferencesController->show();
 }
 
 void AppDelegate::terminate()

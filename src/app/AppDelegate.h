@@ -14,6 +14,7 @@ class HotkeyManager;
 class ImageSaver;
 class OverlayWindowController;
 class PreferencesStorage;
+class PreferencesWindowController;
 class StatusBarController;
 class Updater;
 struct Desktop;
@@ -55,6 +56,7 @@ private:
     QCoro::Task<> captureFullScreen(ChosenIn place);
     QCoro::Task<> selectFromMenu();
     void captureSelection();
+    void showPreferences();
     QCoro::Task<> handOverAndQuit();
 
     Desktop &m_desktop;
@@ -63,6 +65,7 @@ private:
     std::unique_ptr<ImageSaver> m_imageSaver;
     std::unique_ptr<CaptureEngine> m_captureEngine;
     std::unique_ptr<OverlayWindowController> m_overlayController;
+    std::unique_ptr<PreferencesWindowController> m_preferencesController;
     std::shared_ptr<HotkeyManager> m_hotkeyManager; // and the process's
     std::unique_ptr<StatusBarController> m_statusBarController;
     int m_capturesUnderWay = 0;

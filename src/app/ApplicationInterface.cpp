@@ -80,11 +80,11 @@ void ApplicationInterface::ActivateAction(const QString &name, const QVariantLis
                                           const QDBusMessage &message)
 {
     const auto command = commandNamed(name);
-    if (!command || row(*command).availability == Availability::NotYet) {
-        const auto error = command ? QDBusError::NotSupported : QDBusError::InvalidArgs;
+    if (!command) {
         message.setDelayedReply(true);
         if (message.isReplyRequired())
-            m_bus.send(message.createErrorReply(error, u"There is no action '%1'"_s.arg(name)));
+            m_bus.send(message.createErrorReply(QDBusError::InvalidArgs,
+                                                u"There is no action '%1'"_s.arg(name)));
         return;
     }
     if (m_handler)

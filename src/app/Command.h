@@ -13,23 +13,18 @@ namespace lumacap {
 /// What the agent can be asked to do from outside.
 enum class Command { FullScreen, Selection, Preferences, CheckForUpdates, Quit };
 
-/// Whether this version can carry a command out.
-enum class Availability { Available, NotYet };
-
 struct CommandRow {
     Command command;
     /// The word on the command line, and the name of the D-Bus action.
     QLatin1StringView name;
-    Availability availability;
 };
 
 inline constexpr std::array commands{
-    CommandRow{Command::FullScreen, QLatin1StringView("full-screen"), Availability::Available},
-    CommandRow{Command::Selection, QLatin1StringView("selection"), Availability::Available},
-    CommandRow{Command::Preferences, QLatin1StringView("preferences"), Availability::NotYet},
-    CommandRow{Command::CheckForUpdates, QLatin1StringView("check-for-updates"),
-               Availability::Available},
-    CommandRow{Command::Quit, QLatin1StringView("quit"), Availability::Available},
+    CommandRow{Command::FullScreen, QLatin1StringView("full-screen")},
+    CommandRow{Command::Selection, QLatin1StringView("selection")},
+    CommandRow{Command::Preferences, QLatin1StringView("preferences")},
+    CommandRow{Command::CheckForUpdates, QLatin1StringView("check-for-updates")},
+    CommandRow{Command::Quit, QLatin1StringView("quit")},
 };
 
 constexpr const CommandRow &row(Command command)

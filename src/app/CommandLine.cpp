@@ -16,7 +16,7 @@ Without a command the agent is started: an item in the tray, whose menu takes ca
 Commands, carried out by the running agent, or by this process, which becomes the agent:
   full-screen    capture the first display
   selection      pick a window or drag out an area, and capture that
-  preferences    open the preferences (not in this version yet)
+  preferences    open the preferences window
   quit           end the agent
 
   full-screen --output FILE

@@ -7,6 +7,7 @@
 #include "platform/freedesktop/DesktopEntryNames.h"
 #include "platform/freedesktop/IniDefaultsStore.h"
 #include "platform/freedesktop/SoftwareCentreUpdater.h"
+#include "platform/freedesktop/ToolkitFolderPanel.h"
 #include "platform/freedesktop/tray/TrayStatusItem.h"
 #include "platform/x11/X11OverlaySurface.h"
 #include "platform/x11/X11Pasteboard.h"
@@ -170,6 +171,7 @@ Desktop makeDesktop(const Session &session)
         choose(windowLists, session, "LUMACAP_WINDOW_LIST", *desktop.applicationNames);
     desktop.overlaySurface = choose(overlaySurfaces, session, "LUMACAP_OVERLAY_SURFACE");
     desktop.hotkeyService = choose(hotkeyServices, session, "LUMACAP_HOTKEY_SERVICE");
+    desktop.folderPanel = std::make_unique<freedesktop::ToolkitFolderPanel>();
     desktop.pasteboard = choose(pasteboards, session, "LUMACAP_PASTEBOARD");
     desktop.soundPlayer = std::make_unique<freedesktop::CanberraSoundPlayer>(soundPath());
     desktop.statusItem = trayItem(session);

@@ -2,6 +2,7 @@
 
 #include "platform/ApplicationNames.h"
 #include "platform/DefaultsStore.h"
+#include "platform/FolderPanel.h"
 #include "platform/HotkeyService.h"
 #include "platform/LoginItem.h"
 #include "platform/OverlaySurface.h"
@@ -30,6 +31,7 @@ struct Desktop {
     std::unique_ptr<WindowList> windowList; // asks applicationNames, so that it goes first
     std::unique_ptr<OverlaySurface> overlaySurface;
     std::unique_ptr<HotkeyService> hotkeyService;
+    std::unique_ptr<FolderPanel> folderPanel;
     std::unique_ptr<Pasteboard> pasteboard;
     std::unique_ptr<SoundPlayer> soundPlayer;
     std::unique_ptr<StatusItem> statusItem;

@@ -1,7 +1,6 @@
 #include "app/StatusBarController.h"
 
 #include "app/AppIcon.h"
-#include "app/Command.h"
 #include "platform/StatusItem.h"
 #include "preferences/storage/KeyCombo.h"
 
@@ -21,11 +20,6 @@ namespace {
 QString titleWithShortcut(const QString &title, const KeyCombo &combo)
 {
     return title + u"  ("_s + combo.displayString() + u')';
-}
-
-bool isAvailable(Command command)
-{
-    return row(command).availability == Availability::Available;
 }
 
 } // namespace
@@ -54,11 +48,9 @@ void StatusBarController::setupStatusItem()
 
     m_fullScreenAction = addEntry(u"Capture plein ecran"_s, m_onFullScreen);
     m_selectionAction = addEntry(u"Capture selection..."_s, m_onSelection);
-    m_selectionAction->setEnabled(isAvailable(Command::Selection));
     addSeparator();
-    QAction *const preferences = addEntry(u"Preferences..."_s, m_onPreferences);
-    preferences->setShortcut(QKeySequence(Qt::META | Qt::Key_Comma));
-    preferences->setEnabled(isAvailable(Command::Preferences));
+    addEntry(u"Preferences..."_s, m_onPreferences)
+        ->setShortcut(QKeySequence(Qt::META | Qt::Key_Comma));
     addEntry(u"Rechercher les mises a jour..."_s, m_onCheckForUpdates);
     addSeparator();
     addEntry(u"Quitter Lumacap"_s, m_onQuit)->setShortcut(QKeySequence(Qt::META | Qt::Key_Q));

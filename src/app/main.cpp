@@ -58,12 +58,6 @@ std::optional<QStringList> wordsOf(int argc, char **argv)
     return words;
 }
 
-int refuse(Command command)
-{
-    sayOnStandardError(u"'%1' is not part of this version yet"_s.arg(row(command).name));
-    return EXIT_FAILURE;
-}
-
 int run(const PrintText &print, int & /*argc*/, char ** /*argv*/)
 {
     const QByteArray text = print.text.toLocal8Bit();
@@ -156,6 +150,7 @@ int runAgent(std::optional<Command> command, int &argc, char **argv)
     std::optional<Watchdog> endWatchdog;
     QApplication application(argc, argv);
     QApplication::setApplicationName(u"Lumacap"_s);
+    QApplication::setApplicationVersion(QStringLiteral(LUMACAP_VERSION));
     QApplication::setDesktopFileName(ApplicationInterface::serviceName);
     QApplication::setQuitOnLastWindowClosed(false); // an agent: no window at rest
     leaveStartingToAutostart(application);
@@ -191,8 +186,6 @@ int runAgent(std::optional<Command> command, int &argc, char **argv)
 
 int run(const RunAgent &request, int &argc, char **argv)
 {
-    if (request.command && row(*request.command).availability == Availability::NotYet)
-        return refuse(*request.command);
     if (const auto status = handOver(request.command, argc, argv))
         leave(*status);
     if (!Session::hasDisplay()) { // where there is none, the toolkit aborts

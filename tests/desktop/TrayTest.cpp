@@ -44,7 +44,7 @@ TEST_F(TrayTest, theMenuHasTheEntriesInOrder)
     tray.requireItem();
     EXPECT_THAT(lines(tray),
                 testing::ElementsAre("Capture plein ecran  (⌃⇧1)", "Capture selection  (⌃⇧2)",
-                                     "---", "Preferences... [Super+comma] (off)",
+                                     "---", "Preferences... [Super+comma]",
                                      "Rechercher les mises a jour...", "---",
                                      "Quitter Lumacap [Super+Q]"));
 }
@@ -110,17 +110,6 @@ TEST_F(TrayTest, quitInTheMenuEndsTheAgentAndItsItem)
     tray.click(u"Quitter Lumacap"_s); // the answer may be cut off by the end
     EXPECT_EQ(agent.process().waitForEnd(usualLimit), Ending{});
     EXPECT_TRUE(waitFor([&tray] { return tray.itemCount() == 0; }));
-}
-
-TEST_F(TrayTest, aSwitchedOffEntryDoesNothing)
-{
-    TrayHost tray(desktop.bus().address());
-    Agent agent(desktop);
-    tray.requireItem();
-    tray.click(u"Capture selection  (⌃⇧2)"_s);
-    tray.click(u"Preferences..."_s);
-    EXPECT_TRUE(agent.activatePlainly());
-    EXPECT_FALSE(agent.process().ending());
 }
 
 TEST_F(TrayTest, withoutAWatcherTheIconDocksInAnOlderTray)

@@ -74,7 +74,7 @@ def commands(root, prefix):
 
 
 def expectedCommands(program):
-    return [[program], [program, "full-screen"], [program, "selection"], [program]]
+    return [[program], [program, "full-screen"], [program, "selection"], [program, "preferences"], [program]]
 
 
 def processesOf(program):
