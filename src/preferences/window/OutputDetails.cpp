@@ -13,7 +13,7 @@
 #include <QPainter>
 #include <QVBoxLayout>
 
-#include <cmath>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 

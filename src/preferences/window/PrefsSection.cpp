@@ -15,6 +15,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace lumacap {
 namespace {
@@ -22,10 +23,9 @@ namespace {
 /// The badge with its symbol, and the title beside it.
 class SectionHeader final : public QWidget {
 public:
-    SectionHeader(const QString &icon, const QColor &iconColor, const QString &title,
-                  QWidget *parent)
+    SectionHeader(QString icon, const QColor &iconColor, const QString &title, QWidget *parent)
         : QWidget(parent)
-        , m_icon(icon)
+        , m_icon(std::move(icon))
         , m_iconColor(iconColor)
         , m_title(title, prefslook::headlineFont, FontWeight::SemiBold)
     {
@@ -38,7 +38,7 @@ protected:
     {
         QPainter painter(this);
         painter.setRenderHint(QPainter::Antialiasing);
-        const QRectF badge(0, (height() - prefslook::badgeSide) / 2, prefslook::badgeSide,
+        const QRectF badge(0, (height() - prefslook::badgeSide) / 2.0, prefslook::badgeSide,
                            prefslook::badgeSide);
         QLinearGradient gradient(badge.topLeft(), badge.bottomLeft());
         gradient.setColorAt(0, mixed(m_iconColor, Qt::white, prefslook::badgeLight));
