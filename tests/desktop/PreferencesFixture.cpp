@@ -84,7 +84,7 @@ void PreferencesFixture::turnWheelTo(const QString &name)
 {
     const auto window = showing(u"Lumacap"_s, {u"frame"_s});
     ASSERT_TRUE(window);
-    const QRect inView = window->place.adjusted(0, 10, 0, -60);
+    const QRect inView = window.value_or(AccessibleControl{}).place.adjusted(0, 10, 0, -60);
     const auto isInView = [&] {
         const auto found = control(name);
         if (!found || inView.contains(found->place.center()))
@@ -104,7 +104,7 @@ void PreferencesFixture::use(const QString &name)
     turnWheelTo(name);
     const auto found = control(name);
     ASSERT_TRUE(found) << name.toStdString();
-    click(found->place.center());
+    click(found.value_or(AccessibleControl{}).place.center());
 }
 
 bool PreferencesFixture::isChecked(const QString &name)

@@ -180,6 +180,34 @@ TEST_F(PreferencesTest, theMenuOpensTheWindow)
     EXPECT_TRUE(waitFor([this] { return isInFront(); }));
 }
 
+TEST_F(PreferencesTest, theAgentEndsThoughTheFolderDialogIsOpen)
+{
+    startWith({{u"saveToFile"_s, u"true"_s}});
+    openWindow();
+    use(u"Choisir..."_s);
+    ASSERT_TRUE(waitFor([this] { return !isInFront(); }));
+    agent->activateSoon(u"quit"_s);
+    EXPECT_EQ(agent->process().waitForEnd(usualLimit), Ending{});
+}
+
+TEST_F(PreferencesTest, theWindowLeavesLittleMemoryBehind)
+{
+    constexpr std::int64_t tolerance = 2LL << 20;
+    startWith();
+    const pid_t process = agent->process().pid();
+    openWindow();
+    closeWindow();
+    ASSERT_TRUE(comesToRest(process, 500ms));
+    const std::int64_t before = memoryOf(process);
+    for (int time = 0; time < 8; ++time) {
+        openWindow();
+        closeWindow();
+    }
+    ASSERT_TRUE(comesToRest(process, 500ms));
+    EXPECT_LT(memoryOf(process) - before, tolerance);
+    RecordProperty("grown", std::to_string(memoryOf(process) - before));
+}
+
 class FrontTest : public PreferencesFixture, public testing::WithParamInterface<WindowManager> { };
 
 TEST_P(FrontTest, askedForTwiceTheSameWindowComesToTheFront)

@@ -12,6 +12,7 @@
 #include <QScrollBar>
 
 #include <algorithm>
+#include <memory>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -35,7 +36,8 @@ PreferencesWindow::PreferencesWindow(const PreferencesServices &services,
 
 void PreferencesWindow::buildView()
 {
-    delete std::exchange(m_view, new PreferencesView(m_services, m_onHotkeysChanged, this));
+    const std::unique_ptr<PreferencesView> before(
+        std::exchange(m_view, new PreferencesView(m_services, m_onHotkeysChanged, this)));
     m_view->move(0, 0);
     m_view->column().setFocus(Qt::OtherFocusReason); // from where Tab leads to the first control
 }

@@ -13,7 +13,6 @@ namespace lumacap {
 
 SectionColumn::SectionColumn(QWidget *parent)
     : QScrollArea(parent)
-    , m_sections(nullptr)
     , m_mark(new ScrollMark(verticalScrollBar(), this))
 {
     auto *const content = new QWidget;

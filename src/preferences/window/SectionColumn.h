@@ -25,7 +25,7 @@ protected:
     void resizeEvent(QResizeEvent *event) override;
 
 private:
-    QVBoxLayout *m_sections;
+    QVBoxLayout *m_sections = nullptr;
     ScrollMark *m_mark;
 };
 
