@@ -24,11 +24,10 @@ void PreferencesFixture::startWith(const Settings &settings, WindowManager windo
     m_controls = std::make_unique<AccessibleControls>(*desktop);
 }
 
-/// A painted screen would cover the window.
 void PreferencesFixture::startBareDesktop(WindowManager windowManager)
 {
-    desktop = std::make_unique<PrivateDesktop>(
-        DesktopOptions{.server = {.size = {1000, 800}}, .windowManager = windowManager});
+    startDesktop({.server = {.size = {1000, 800}}, .windowManager = windowManager});
+    screen->lower(); // it would cover the window
     AccessibleControls::enable(*desktop);
 }
 

@@ -55,10 +55,12 @@ bool comesToRest(pid_t process, std::chrono::milliseconds quiet, std::chrono::mi
 
 std::int64_t memoryOf(pid_t process)
 {
-    const auto kibibytes = numberIn(u"/proc/%1/smaps_rollup"_s.arg(process), "Pss:");
-    if (!kibibytes)
+    const QString rollup = u"/proc/%1/smaps_rollup"_s.arg(process);
+    const auto anonymous = numberIn(rollup, "Pss_Anon:");
+    const auto shared = numberIn(rollup, "Pss_Shmem:");
+    if (!anonymous || !shared)
         throw std::runtime_error("no memory of a process that has ended");
-    return *kibibytes * 1024;
+    return (*anonymous + *shared) * 1024;
 }
 
 } // namespace lumacap::harness

@@ -15,7 +15,8 @@ std::int64_t wakeUps(pid_t process);
 /// Waits until `process` has not woken up for `quiet`; false when `limit` passes first.
 [[nodiscard]] bool comesToRest(pid_t process, std::chrono::milliseconds quiet,
                                std::chrono::milliseconds limit = usualLimit);
-/// The memory that is the process's own, with its share of what it shares, in bytes.
+/// The memory that the process has filled, with its share of what it shares, in bytes. Files'
+/// pages, which others' ends make its own, don't count.
 std::int64_t memoryOf(pid_t process);
 
 } // namespace lumacap::harness
