@@ -132,7 +132,8 @@ TEST_F(ToolbarTest, theCrossStaysWhereItWasOverTheStripAndComesAlongOffIt)
     const QImage withoutCross = around(old);
     movePoint(old);
     ASSERT_TRUE(waitFor([&] { return around(old) != withoutCross; }));
-    ASSERT_TRUE(controls().shows(u"undo"_s)); // an answer after all of the cross is drawn
+    // An answer, after all of the cross is drawn.
+    ASSERT_TRUE(waitFor([&] { return controls().shows(u"undo"_s); }));
     const QImage cross = around(old);
     const QImage nextWithoutCross = around(next);
 

@@ -4,6 +4,7 @@
 #include "graphics/ColorMixing.h"
 #include "graphics/PointPainting.h"
 
+#include <QMouseEvent>
 #include <QPainter>
 #include <QPen>
 
@@ -22,6 +23,14 @@ Size TextButton::frameSize() const
 {
     return {std::ceil(m_text.size().width) + 2 * toolbarlook::textButtonPadding,
             toolbarlook::textButtonHeight};
+}
+
+void TextButton::mousePressEvent(QMouseEvent *event)
+{
+    // Before the button is down: whoever loses the focus may hand it on, which lets the button go.
+    if (m_style == TextButtonStyle::Prominent && event->button() == Qt::LeftButton)
+        setFocus(Qt::MouseFocusReason);
+    ToolbarButton::mousePressEvent(event);
 }
 
 void TextButton::paintFace(QPainter &painter, const ToolbarTheme &theme) const

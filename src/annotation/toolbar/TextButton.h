@@ -5,7 +5,8 @@
 
 namespace lumacap {
 
-/// Of two buttons the prominent one is what the user most likely wants.
+/// Of two buttons the prominent one is what the user most likely wants. A click on it takes the
+/// keyboard first, so that a text that is being typed ends before the button acts.
 enum class TextButtonStyle { Plain, Prominent };
 
 /// A button as wide as its text needs.
@@ -18,6 +19,7 @@ public:
     Size frameSize() const override;
 
 protected:
+    void mousePressEvent(QMouseEvent *event) override;
     void paintFace(QPainter &painter, const ToolbarTheme &theme) const override;
 
 private:

@@ -135,9 +135,8 @@ void ToolbarRow::addEnds()
 {
     add(Presence::Always, new TextButton(u"Annuler"_s, TextButtonStyle::Plain, m_strip),
         u"cancel"_s, [this] { callCopy(m_store.cancelCallback); });
-    auto *const confirm = new TextButton(u"Valider"_s, TextButtonStyle::Prominent, m_strip);
-    confirm->setFocusPolicy(Qt::StrongFocus); // a press ends the editing of a text
-    add(Presence::Always, confirm, u"confirm"_s, [this] { callCopy(m_store.confirmCallback); });
+    add(Presence::Always, new TextButton(u"Valider"_s, TextButtonStyle::Prominent, m_strip),
+        u"confirm"_s, [this] { callCopy(m_store.confirmCallback); });
 }
 
 bool ToolbarRow::isPresent(Presence presence) const

@@ -89,6 +89,13 @@ TEST_F(ToolbarInputTest, aPressOnValiderTakesTheFocusBeforeItConfirms)
     EXPECT_TRUE(hadFocus);
 }
 
+TEST_F(ToolbarInputTest, anotherButtonOnValiderLeavesTheFocusAlone)
+{
+    QTest::mouseClick(&control("confirm"), Qt::RightButton);
+
+    EXPECT_TRUE(m_host->hasFocus());
+}
+
 TEST_F(ToolbarInputTest, tabWalksFromLeftToRight)
 {
     addAnnotation();
