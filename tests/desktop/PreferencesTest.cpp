@@ -180,6 +180,19 @@ TEST_F(PreferencesTest, theMenuOpensTheWindow)
     EXPECT_TRUE(waitFor([this] { return isInFront(); }));
 }
 
+TEST_F(PreferencesTest, theFolderDialogSpeaksTheLanguageOfItsUser)
+{
+    startWith({{u"saveToFile"_s, u"true"_s}});
+    agent.reset();
+    desktop->set("LC_ALL", "fr_FR.UTF-8");
+    startAgentWith(fullScreenShortcut);
+    openWindow();
+    use(u"Choisir..."_s);
+    EXPECT_TRUE(comes(u"Annuler"_s));
+    press(u"Escape"_s);
+    EXPECT_TRUE(goes(u"Annuler"_s));
+}
+
 TEST_F(PreferencesTest, theAgentEndsThoughTheFolderDialogIsOpen)
 {
     startWith({{u"saveToFile"_s, u"true"_s}});
