@@ -89,14 +89,18 @@ PrefsSection *PreferencesView::generalSection()
 
 PrefsSection *PreferencesView::shortcutsSection()
 {
-    const PreferencesStorage &preferences = m_services.preferences;
+    PreferencesStorage &preferences = m_services.preferences;
     auto *const section =
         new PrefsSection(u"keyboard"_s, systemcolor::gray, u"Raccourcis clavier"_s, m_column);
-    section->add(hotkeyRow(u"Plein ecran"_s, u"fullScreenHotkey"_s, preferences.fullScreenHotkey(),
-                           &PreferencesStorage::setFullScreenHotkey, section->card()));
+    section->add(hotkeyRow(
+        u"Plein ecran"_s, u"fullScreenHotkey"_s, preferences.fullScreenHotkey(),
+        [&preferences](KeyCombo recorded) { preferences.setFullScreenHotkey(recorded); },
+        section->card()));
     section->add(new PrefsDivider(section->card()));
-    section->add(hotkeyRow(u"Selection"_s, u"selectionHotkey"_s, preferences.selectionHotkey(),
-                           &PreferencesStorage::setSelectionHotkey, section->card()));
+    section->add(hotkeyRow(
+        u"Selection"_s, u"selectionHotkey"_s, preferences.selectionHotkey(),
+        [&preferences](KeyCombo recorded) { preferences.setSelectionHotkey(recorded); },
+        section->card()));
     return section;
 }
 
@@ -162,12 +166,13 @@ QWidget *PreferencesView::footer()
 }
 
 QWidget *PreferencesView::hotkeyRow(const QString &label, const QString &name,
-                                    const KeyCombo &keyCombo, StoreHotkey store, QWidget *parent)
+                                    const KeyCombo &keyCombo,
+                                    const std::function<void(KeyCombo)> &store, QWidget *parent)
 {
     auto *const recorder = new KeyRecorderView(label, keyCombo, m_silence, parent);
     recorder->setObjectName(name);
     connect(recorder, &KeyRecorderView::keyComboChanged, this, [this, store](KeyCombo recorded) {
-        (m_services.preferences.*store)(recorded);
+        store(recorded);
         m_onHotkeysChanged();
     });
     return new PrefsRow(label, recorder, parent);

@@ -29,8 +29,6 @@ public:
     SectionColumn &column() const { return *m_column; }
 
 private:
-    using StoreHotkey = void (PreferencesStorage::*)(KeyCombo);
-
     PrefsSection *generalSection();
     PrefsSection *shortcutsSection();
     PrefsSection *captureSection();
@@ -38,7 +36,7 @@ private:
     QWidget *footer();
 
     QWidget *hotkeyRow(const QString &label, const QString &name, const KeyCombo &keyCombo,
-                       StoreHotkey store, QWidget *parent);
+                       const std::function<void(KeyCombo)> &store, QWidget *parent);
     QWidget *switchRow(const QString &label, const QString &name, bool isOn,
                        const std::function<void(bool)> &onChanged, QWidget *parent);
     QWidget *backgroundGroup(QWidget *parent);
