@@ -20,6 +20,7 @@
 #include <QPointer>
 #include <QVBoxLayout>
 
+#include <memory>
 #include <tuple>
 #include <utility>
 
@@ -74,6 +75,12 @@ PreferencesView::PreferencesView(const PreferencesServices &services,
     layout->addWidget(m_column, 1);
     layout->addWidget(new PrefsDivider(this));
     layout->addWidget(footer());
+}
+
+/// The recorders borrow the silence, and a widget's children go after its members.
+PreferencesView::~PreferencesView()
+{
+    const std::unique_ptr<SectionColumn> before(m_column);
 }
 
 PrefsSection *PreferencesView::generalSection()

@@ -25,6 +25,8 @@ public:
     /// `onHotkeysChanged` is called after another shortcut was stored, once a change.
     PreferencesView(const PreferencesServices &services, std::function<void()> onHotkeysChanged,
                     QWidget *parent);
+    Q_DISABLE_COPY_MOVE(PreferencesView)
+    ~PreferencesView() override;
 
     SectionColumn &column() const { return *m_column; }
 

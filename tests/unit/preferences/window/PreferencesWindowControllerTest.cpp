@@ -135,5 +135,19 @@ TEST_F(PreferencesWindowControllerTest, anotherFontIsTakenUpAtOnceWithWhatIsStor
     QApplication::setFont(before);
 }
 
+TEST_F(PreferencesWindowControllerTest, anotherFontEndsARecordingAndGivesTheShortcutsBack)
+{
+    show();
+    click(recorder("fullScreenHotkey"));
+    click(recorder("selectionHotkey"));
+    ASSERT_TRUE(m_hotkeyService.isSuspended);
+    const QFont before = QApplication::font();
+    QApplication::setFont(QFont(u"Monospace"_s));
+    QCoreApplication::processEvents();
+    EXPECT_FALSE(recorder("fullScreenHotkey").isRecording());
+    EXPECT_FALSE(m_hotkeyService.isSuspended);
+    QApplication::setFont(before);
+}
+
 } // namespace
 } // namespace lumacap::tests
