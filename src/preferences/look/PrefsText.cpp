@@ -39,8 +39,9 @@ PrefsText::PrefsText(const QString &text, TextFont font, TextStyle style, TextOv
     , m_overflow(overflow)
 {
     describeAs(*this, QAccessible::StaticText);
+    // Its size hint is of one line: a text that wraps grows beyond it.
     setSizePolicy(overflow == TextOverflow::Grow ? QSizePolicy::Fixed : QSizePolicy::Preferred,
-                  QSizePolicy::Fixed);
+                  overflow == TextOverflow::Wrap ? QSizePolicy::Minimum : QSizePolicy::Fixed);
     setText(text);
 }
 

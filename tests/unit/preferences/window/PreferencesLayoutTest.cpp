@@ -1,12 +1,16 @@
 #include "Preferences.h"
 
+#include "preferences/look/PrefsText.h"
 #include "preferences/window/PreferencesView.h"
 #include "preferences/window/PrefsDivider.h"
 #include "preferences/window/PrefsRow.h"
 #include "preferences/window/PrefsSection.h"
 #include "preferences/window/SectionColumn.h"
 
+#include <QApplication>
 #include <QScrollBar>
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -104,6 +108,21 @@ TEST_F(PreferencesLayoutTest, theTilesStandInThreeEqualColumns)
     const int labelHeight = tile(0).height() - (8 + 22 + 6 + 8);
     EXPECT_GE(labelHeight, 10);
     EXPECT_LE(labelHeight, 16);
+}
+
+TEST_F(PreferencesLayoutTest, theHelpTextHasRoomForAllItsLinesInAWideFont)
+{
+    const QFont before = QApplication::font();
+    QApplication::setFont(QFont(u"Monospace"_s));
+    QCoreApplication::processEvents();
+    const auto texts = content().findChildren<PrefsText *>();
+    const auto help = std::ranges::find_if(
+        texts, [](const PrefsText *text) { return text->accessibleName().startsWith(u"Capture"); });
+    ASSERT_NE(help, texts.end());
+    EXPECT_TRUE((*help)->shownText().contains(u'\n'));
+    EXPECT_EQ((*help)->height(), (*help)->heightForWidth(404));
+    EXPECT_GT((*help)->height(), (*help)->sizeHint().height());
+    QApplication::setFont(before);
 }
 
 TEST_F(PreferencesLayoutTest, theFooterStandsBelowTheSectionsBehindALine)
