@@ -26,7 +26,7 @@ void PreferencesFixture::startWith(const Settings &settings, WindowManager windo
 
 void PreferencesFixture::startBareDesktop(WindowManager windowManager)
 {
-    startDesktop({.server = {.size = {1000, 800}}, .windowManager = windowManager});
+    startDesktop({.server = {.size = screenSize}, .windowManager = windowManager});
     screen->lower(); // it would cover the window
     AccessibleControls::enable(*desktop);
 }

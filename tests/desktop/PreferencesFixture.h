@@ -4,6 +4,7 @@
 #include "harness/AccessibleControls.h"
 
 #include <QPoint>
+#include <QSize>
 
 #include <memory>
 #include <optional>
@@ -46,6 +47,8 @@ struct PreferencesFixture : HotkeyFixture {
     QString autostartEntry() const;
 
     AccessibleControls &controls() { return *m_controls; }
+
+    QSize screenSize{1000, 800}; ///< of the desktop that is started next
 
 private:
     std::optional<AccessibleControl> control(const QString &name);

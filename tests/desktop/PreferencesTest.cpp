@@ -149,6 +149,17 @@ TEST_F(PreferencesTest, aSettingsFileThatCannotBeWrittenLeavesTheSwitchAsItWasTu
     EXPECT_TRUE(agent->process().output().isEmpty());
 }
 
+TEST_F(PreferencesTest, everythingIsReachedOnAScreenThatIsTooLow)
+{
+    screenSize = {640, 480};
+    startWith({{u"saveToFile"_s, u"true"_s}, {u"defaultShowFrame"_s, u"true"_s}});
+    openWindow();
+    use(u"TIFF"_s);
+    EXPECT_TRUE(comesToBeStored(u"imageFormat"_s, u"tiff"_s));
+    use(u"Lancer au demarrage"_s);
+    EXPECT_TRUE(waitFor([this] { return QFile::exists(autostartEntry()); }));
+}
+
 TEST_F(PreferencesTest, closingTheWindowLeavesTheAgentAtRest)
 {
     startWith();

@@ -7,6 +7,7 @@ namespace lumacap::prefslook {
 // The window.
 inline constexpr int windowWidth = 480;
 inline constexpr int windowHeight = 580;
+inline constexpr int frameHeight = 40; ///< at most, of the desktop's own frame around the window
 inline constexpr int padding = 24; ///< around the sections
 inline constexpr int sectionSpacing = 20;
 inline constexpr int footerSidePadding = 24;

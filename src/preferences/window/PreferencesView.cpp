@@ -65,7 +65,6 @@ PreferencesView::PreferencesView(const PreferencesServices &services,
     , m_saveDirectory(services.preferences.saveDirectory())
     , m_column(new SectionColumn(this))
 {
-    setFixedSize(prefslook::windowWidth, prefslook::windowHeight);
     auto *const layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);

@@ -29,28 +29,33 @@ PreferencesWindow::PreferencesWindow(const PreferencesServices &services,
                    | Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint);
     setWindowTitle(u"Lumacap"_s);
     setWindowIcon(QIcon::fromTheme(QGuiApplication::desktopFileName()));
-    setFixedSize(prefslook::windowWidth, prefslook::windowHeight);
+    placeOnScreen();
     buildView();
-    center();
 }
 
 void PreferencesWindow::buildView()
 {
     const std::unique_ptr<PreferencesView> before(
         std::exchange(m_view, new PreferencesView(m_services, m_onHotkeysChanged, this)));
-    m_view->move(0, 0);
+    m_view->setGeometry(rect());
     m_view->column().setFocus(Qt::OtherFocusReason); // from where Tab leads to the first control
 }
 
-void PreferencesWindow::center()
+/// In the middle of the screen. On one that is too low the sections scroll further, so that the
+/// last of them is reached there, too.
+void PreferencesWindow::placeOnScreen()
 {
+    using namespace prefslook;
     const QScreen *const under = QGuiApplication::screenAt(QCursor::pos());
     const QScreen *const screen = under != nullptr ? under : QGuiApplication::primaryScreen();
     if (screen == nullptr)
-        return;
+        return setFixedSize(windowWidth, windowHeight);
     const QRect free = screen->availableGeometry();
+    const int room = free.height() - frameHeight;
+    setFixedSize(windowWidth, std::min(windowHeight, room));
     move(free.topLeft()
-         + QPoint((free.width() - width()) / 2, std::max(0, (free.height() - height()) / 2)));
+         + QPoint((free.width() - width()) / 2,
+                  std::min((free.height() - height()) / 2, room - height())));
 }
 
 void PreferencesWindow::makeKeyAndOrderFront()

@@ -11,7 +11,7 @@ namespace lumacap {
 class PreferencesView;
 
 /// The window around a view, of the desktop's own make: a title and a button that closes it, and a
-/// size that nobody changes.
+/// size that nobody changes, which is less high than designed only on a screen that is too low.
 class PreferencesWindow final : public QWidget {
     Q_OBJECT
 
@@ -33,7 +33,7 @@ protected:
 
 private:
     void buildView();
-    void center();
+    void placeOnScreen();
 
     PreferencesServices m_services;
     std::function<void()> m_onHotkeysChanged;
