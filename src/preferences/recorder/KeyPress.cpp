@@ -38,11 +38,19 @@ constexpr std::array keypadKeys{0x41U, 0x43U, 0x45U, 0x4BU, 0x4CU, 0x4EU, 0x51U,
 /// Command, Shift, Caps Lock, Option and Control, both of each, by their place on the keyboard.
 constexpr std::array modifierKeys{0x36U, 0x37U, 0x38U, 0x39U, 0x3AU, 0x3BU, 0x3CU, 0x3DU, 0x3EU};
 
-/// The same by what a layout makes of another key.
-constexpr auto modifierSymbols =
-    std::to_array<int>({Qt::Key_Shift, Qt::Key_Control, Qt::Key_Alt, Qt::Key_Meta, Qt::Key_AltGr,
-                        Qt::Key_CapsLock, Qt::Key_NumLock, Qt::Key_Super_L, Qt::Key_Super_R,
-                        Qt::Key_Hyper_L, Qt::Key_Hyper_R, Qt::Key_Mode_switch});
+/// The same by what a layout makes of another key, as an X server and a Wayland compositor number
+/// symbols: from the left Shift to the right Hyper, what chooses a level, Num Lock. Not the keys
+/// that choose the next layout, which is what Command and Space may do.
+struct SymbolRange {
+    quint32 first;
+    quint32 last;
+};
+constexpr std::array modifierSymbols{
+    SymbolRange{0xFFE1, 0xFFEE},
+    SymbolRange{0xFE01, 0xFE05},
+    SymbolRange{0xFE11, 0xFE13},
+    SymbolRange{0xFF7E, 0xFF7F},
+};
 
 template <class Keys, class Key>
 bool isAmong(const Keys &keys, Key key)
@@ -50,9 +58,12 @@ bool isAmong(const Keys &keys, Key key)
     return std::ranges::find(keys, key) != keys.end();
 }
 
-bool isModifier(std::uint32_t keyCode, int symbol)
+bool isModifier(std::uint32_t keyCode, quint32 symbol)
 {
-    return isAmong(modifierKeys, keyCode) || isAmong(modifierSymbols, symbol);
+    return isAmong(modifierKeys, keyCode)
+        || std::ranges::any_of(modifierSymbols, [symbol](const SymbolRange &range) {
+               return symbol >= range.first && symbol <= range.last;
+           });
 }
 
 std::uint64_t flagsOf(const QKeyEvent &event, std::uint32_t keyCode)
@@ -77,7 +88,7 @@ std::optional<KeyPress> keyPressOf(const QKeyEvent &event)
     if (event.isAutoRepeat() || scanCode < scanCodeOffset)
         return std::nullopt;
     const auto keyCode = virtualKeyCode(scanCode - scanCodeOffset);
-    if (!keyCode || isModifier(*keyCode, event.key()))
+    if (!keyCode || isModifier(*keyCode, event.nativeVirtualKey()))
         return std::nullopt;
     return KeyPress{*keyCode, flagsOf(event, *keyCode)};
 }

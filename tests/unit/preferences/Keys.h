@@ -10,6 +10,7 @@ namespace lumacap::tests {
 struct Key {
     quint32 scanCode;
     int symbol;
+    quint32 nativeSymbol = 0; ///< where more is told by it
 };
 
 inline constexpr Key letterA{38, Qt::Key_A};
@@ -23,14 +24,15 @@ inline constexpr quint32 capsLockIsOn = 0x02;
 
 inline QKeyEvent keyPress(const Key &key, Qt::KeyboardModifiers modifiers = {}, quint32 native = 0)
 {
-    return {QEvent::KeyPress, key.symbol, modifiers, key.scanCode, 0, native};
+    return {QEvent::KeyPress, key.symbol, modifiers, key.scanCode, key.nativeSymbol, native};
 }
 
 /// The key to whoever has the focus, down and up again.
 inline void type(const Key &key, Qt::KeyboardModifiers modifiers = {}, quint32 native = 0)
 {
     QKeyEvent press = keyPress(key, modifiers, native);
-    QKeyEvent release(QEvent::KeyRelease, key.symbol, modifiers, key.scanCode, 0, native);
+    QKeyEvent release(QEvent::KeyRelease, key.symbol, modifiers, key.scanCode, key.nativeSymbol,
+                      native);
     for (QKeyEvent *const event : {&press, &release}) {
         if (QWidget *const focused = QApplication::focusWidget())
             QCoreApplication::sendEvent(focused, event);

@@ -74,13 +74,34 @@ TEST(KeyPress, isNoneOfAModifierAlone)
          {Key{50, Qt::Key_Shift}, Key{62, Qt::Key_Shift}, Key{37, Qt::Key_Control},
           Key{105, Qt::Key_Control}, Key{64, Qt::Key_Alt}, Key{108, Qt::Key_Alt},
           Key{108, Qt::Key_AltGr}, Key{133, Qt::Key_Super_L}, Key{134, Qt::Key_Meta},
-          Key{66, Qt::Key_CapsLock}, Key{77, Qt::Key_NumLock}})
+          Key{66, Qt::Key_CapsLock}, Key{77, Qt::Key_NumLock, 0xFF7F}})
         EXPECT_FALSE(keyPressOf(keyPress(key, Qt::ControlModifier))) << key.scanCode;
 }
 
 TEST(KeyPress, isNoneOfAnotherKeyThatTheLayoutMadeAModifier)
 {
-    EXPECT_FALSE(keyPressOf(keyPress({94, Qt::Key_AltGr}, Qt::ShiftModifier)));
+    constexpr quint32 level3Shift = 0xFE03;
+    constexpr quint32 level5Shift = 0xFE11; // the toolkit has no name for it
+    constexpr quint32 level5Lock = 0xFE13;
+    constexpr quint32 modeSwitch = 0xFF7E;
+    constexpr quint32 hyper = 0xFFED;
+    for (const quint32 symbol : {level3Shift, level5Shift, level5Lock, modeSwitch, hyper})
+        EXPECT_FALSE(keyPressOf(keyPress({94, Qt::Key_unknown, symbol}, Qt::ShiftModifier)))
+            << symbol;
+}
+
+TEST(KeyPress, isOneOfAKeyThatBearsADeadSymbol)
+{
+    constexpr quint32 deadGrave = 0xFE50;
+    EXPECT_EQ(keyPressOf(keyPress({34, Qt::Key_Dead_Grave, deadGrave}, Qt::ControlModifier)),
+              (KeyPress{33, control}));
+}
+
+TEST(KeyPress, isOneOfAKeyThatChoosesTheNextLayout)
+{
+    constexpr quint32 nextGroup = 0xFE08;
+    EXPECT_EQ(keyPressOf(keyPress({65, Qt::Key_unknown, nextGroup}, Qt::MetaModifier)),
+              (KeyPress{49, command}));
 }
 
 TEST(KeyPress, isNoneOfAKeyThatRepeats)
