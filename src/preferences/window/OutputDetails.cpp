@@ -24,12 +24,12 @@ constexpr TextFont body{prefslook::bodyFont, FontWeight::Regular};
 constexpr int symbolSide = 16; // as high as a line
 constexpr int lineSpacing = 8;
 
-/// The name of the folder itself; the root has none but its path.
+/// The name of the folder itself; the root has none but its path. On one line, whatever it holds.
 QString lastPathComponent(const QString &path)
 {
     const QString clean = QDir::cleanPath(path);
     const QString name = QFileInfo(clean).fileName();
-    return name.isEmpty() ? clean : name;
+    return (name.isEmpty() ? clean : name).simplified();
 }
 
 /// A symbol as explaining text is.

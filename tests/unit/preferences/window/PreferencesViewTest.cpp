@@ -1,6 +1,7 @@
 #include "Preferences.h"
 
 #include "annotation/vocabulary/FrameBackgroundStyle.h"
+#include "preferences/look/PrefsText.h"
 #include "preferences/storage/ImageFormat.h"
 
 #include <QAbstractButton>
@@ -221,6 +222,28 @@ TEST_F(PreferencesViewTest, theRootIsNamedByItsPath)
     std::ignore = m_defaults.set(u"saveDirectory"_s, u"/"_s);
     show();
     EXPECT_EQ(control<QWidget>("saveDirectory").accessibleName(), u"/"_s);
+}
+
+TEST_F(PreferencesViewTest, aFolderIsNamedOnOneLine)
+{
+    std::ignore = m_defaults.set(u"saveToFile"_s, true);
+    std::ignore = m_defaults.set(u"saveDirectory"_s, u"/tmp/first\nsecond"_s);
+    show();
+    EXPECT_EQ(control<PrefsText>("saveDirectory").shownText(), u"first second"_s);
+    EXPECT_EQ(m_defaults.string(u"saveDirectory"_s), u"/tmp/first\nsecond"_s);
+}
+
+TEST_F(PreferencesViewTest, aLongNameOfAFolderLosesItsMiddle)
+{
+    std::ignore = m_defaults.set(u"saveToFile"_s, true);
+    const QString name = u"begin"_s + QString(200, u'x') + u"end"_s;
+    std::ignore = m_defaults.set(u"saveDirectory"_s, QString(u"/tmp/"_s + name));
+    show();
+    const auto &shown = control<PrefsText>("saveDirectory");
+    EXPECT_TRUE(shown.shownText().startsWith(u"begin"_s));
+    EXPECT_TRUE(shown.shownText().endsWith(u"end"_s));
+    EXPECT_LT(shown.shownText().size(), name.size());
+    EXPECT_EQ(shown.accessibleName(), name) << "which is read whole";
 }
 
 TEST_F(PreferencesViewTest, launchAtLoginIsTheLoginItem)
