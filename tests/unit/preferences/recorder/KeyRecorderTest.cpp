@@ -208,9 +208,25 @@ TEST_F(KeyRecorderTest, whatWasRecordedStaysSilentUntilTheKeyIsReleased)
     QKeyEvent press = keyPress(letterA, Qt::MetaModifier);
     QCoreApplication::sendEvent(QApplication::focusWidget(), &press);
     EXPECT_FALSE(m_first->isRecording());
+    QKeyEvent repeated(QEvent::KeyRelease, Qt::Key_A, Qt::MetaModifier, 38, 0, 0, QString(), true);
+    QCoreApplication::sendEvent(QApplication::focusWidget(), &repeated);
     EXPECT_TRUE(m_service.isSuspended);
     QKeyEvent release(QEvent::KeyRelease, Qt::Key_A, Qt::MetaModifier, 38, 0, 0);
     QCoreApplication::sendEvent(QApplication::focusWidget(), &release);
+    EXPECT_FALSE(m_service.isSuspended);
+}
+
+TEST_F(KeyRecorderTest, aKeyThatIsReleasedInAnotherWindowSilencesNothingLater)
+{
+    click(m_first);
+    QKeyEvent press = keyPress(letterA, Qt::MetaModifier);
+    QCoreApplication::sendEvent(QApplication::focusWidget(), &press);
+    QWidget other;
+    other.show();
+    other.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
+    m_window->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(m_window.get()));
     EXPECT_FALSE(m_service.isSuspended);
 }
 
@@ -233,6 +249,13 @@ TEST_F(KeyRecorderTest, shortcutsWorkAgainWhenTheWindowGoes)
 {
     click(m_first);
     m_window.reset();
+    EXPECT_FALSE(m_service.isSuspended);
+}
+
+TEST_F(KeyRecorderTest, shortcutsWorkAgainWhenTheRecorderAloneGoes)
+{
+    click(m_first);
+    std::unique_ptr<KeyRecorderView>(m_first).reset();
     EXPECT_FALSE(m_service.isSuspended);
 }
 
