@@ -47,7 +47,7 @@ void PreferencesFixture::closeWindow()
 std::vector<std::uint32_t> PreferencesFixture::windows()
 {
     const auto found =
-        desktop->ask({u"xdotool"_s, u"search"_s, u"--onlyvisible"_s, u"--pid"_s,
+        desktop->ask({u"xdotool"_s, u"search"_s, u"--all"_s, u"--onlyvisible"_s, u"--pid"_s,
                       QString::number(agent->process().pid()), u"--name"_s, u"^Lumacap$"_s});
     std::vector<std::uint32_t> ids;
     for (const QByteArray &line : found.output.split('\n')) {
