@@ -10,8 +10,10 @@ namespace lumacap::tests {
 
 PreferencesTest::PreferencesTest()
     : m_controller(std::make_unique<PreferencesWindowController>(
-          PreferencesServices{m_preferences, m_hotkeyService, m_folderPanel},
-          [this] { ++m_hotkeyChanges; }))
+          PreferencesServices{m_preferences, m_hotkeyService, m_folderPanel}, [this] {
+              ++m_hotkeyChanges;
+              m_fullScreenAtChange = m_preferences.fullScreenHotkey();
+          }))
 {
     QCoreApplication::setApplicationVersion(QStringLiteral("1.2.3"));
 }

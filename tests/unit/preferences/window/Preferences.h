@@ -53,6 +53,7 @@ protected:
     FakeFolderPanel m_folderPanel;
     PreferencesStorage m_preferences{m_defaults, m_loginItem};
     int m_hotkeyChanges = 0;
+    KeyCombo m_fullScreenAtChange; ///< what was stored when the last one was reported
     std::unique_ptr<PreferencesWindowController> m_controller;
 };
 

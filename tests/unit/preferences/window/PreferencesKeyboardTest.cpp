@@ -92,6 +92,7 @@ TEST_F(PreferencesKeyboardTest, arrowsGoThroughTheFormatsAndStopAtTheEnds)
 {
     choices("imageFormat").choices().front()->setFocus(Qt::TabFocusReason);
     press(Qt::Key_Left);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Right, Qt::ControlModifier);
     EXPECT_FALSE(m_defaults.holds(u"imageFormat"_s));
     press(Qt::Key_Right);
     EXPECT_EQ(m_defaults.string(u"imageFormat"_s), u"jpeg"_s);

@@ -1,5 +1,7 @@
 #include "Preferences.h"
 
+#include "graphics/PointPainting.h"
+#include "graphics/Text.h"
 #include "preferences/look/PrefsText.h"
 #include "preferences/window/PreferencesView.h"
 #include "preferences/window/PrefsDivider.h"
@@ -8,14 +10,18 @@
 #include "preferences/window/SectionColumn.h"
 
 #include <QApplication>
+#include <QPainterPath>
 #include <QScrollBar>
 
 #include <algorithm>
+#include <cmath>
 
 using namespace Qt::StringLiterals;
 
 namespace lumacap::tests {
 namespace {
+
+const QString helpText = u"Capture directement apres la selection de zone, sans cliquer Valider."_s;
 
 class PreferencesLayoutTest : public PreferencesTest {
 protected:
@@ -31,6 +37,20 @@ protected:
     QRect place(const QWidget &widget) const
     {
         return {widget.mapTo(&content(), QPoint()), widget.size()};
+    }
+    const PrefsText &text(const QString &whole) const
+    {
+        const auto texts = content().findChildren<PrefsText *>();
+        const auto found = std::ranges::find_if(
+            texts, [&](const PrefsText *one) { return one->accessibleName() == whole; });
+        if (found == texts.end())
+            qFatal("no such text");
+        return **found;
+    }
+    /// What is free between two widgets, the upper one first.
+    int gap(const QWidget &above, const QWidget &below) const
+    {
+        return place(below).top() - (place(above).bottom() + 1);
     }
     QRect tile(std::size_t index) const
     {
@@ -106,8 +126,41 @@ TEST_F(PreferencesLayoutTest, theTilesStandInThreeEqualColumns)
     }
     EXPECT_EQ(tile(2).right(), left + 404 - 1);
     const int labelHeight = tile(0).height() - (8 + 22 + 6 + 8);
-    EXPECT_GE(labelHeight, 10);
-    EXPECT_LE(labelHeight, 16);
+    EXPECT_EQ(labelHeight, text(helpText).sizeHint().height()) << "both are captions";
+    EXPECT_EQ(choices("defaultFrameBackground").choices().front()->outline(),
+              continuousRoundedRect(QRectF(QPointF(), tile(0).size()), 8));
+}
+
+TEST_F(PreferencesLayoutTest, theHelpTextStandsBetweenItsSwitchAndTheLine)
+{
+    const PrefsText &help = text(helpText);
+    const QWidget &row = *switchOf("autoConfirmSelection").parentWidget();
+    EXPECT_EQ(gap(row, help), 10);
+    const auto *const divider = sections().at(2)->card()->findChild<PrefsDivider *>();
+    EXPECT_EQ(gap(help, *divider), 4 + 10);
+    EXPECT_EQ(help.width(), 404);
+}
+
+TEST_F(PreferencesLayoutTest, whatASwitchRevealsIsSpaced)
+{
+    const PrefsText &title = text(u"Theme de fond"_s);
+    EXPECT_EQ(gap(*switchOf("defaultShowFrame").parentWidget(), title), 10 + 4);
+    EXPECT_EQ(gap(title, choices("defaultFrameBackground")), 8);
+
+    const QWidget &folderLine = *control<QWidget>("chooseSaveDirectory").parentWidget();
+    const QWidget &formatLine = *choices("imageFormat").parentWidget();
+    EXPECT_EQ(gap(*switchOf("saveToFile").parentWidget(), folderLine), 10 + 4);
+    EXPECT_EQ(gap(folderLine, formatLine), 10);
+}
+
+TEST_F(PreferencesLayoutTest, textsHaveTheirSizes)
+{
+    const auto widthOf = [](const QString &whole, double points) {
+        return static_cast<int>(std::ceil(Text(whole, points, FontWeight::Regular).size().width));
+    };
+    EXPECT_EQ(text(helpText).sizeHint().width(), widthOf(helpText, 10));
+    EXPECT_EQ(text(u"Theme de fond"_s).sizeHint().width(), widthOf(u"Theme de fond"_s, 11));
+    EXPECT_EQ(text(u"Format"_s).sizeHint().width(), widthOf(u"Format"_s, 13));
 }
 
 TEST_F(PreferencesLayoutTest, theHelpTextHasRoomForAllItsLinesInAWideFont)
@@ -115,13 +168,10 @@ TEST_F(PreferencesLayoutTest, theHelpTextHasRoomForAllItsLinesInAWideFont)
     const QFont before = QApplication::font();
     QApplication::setFont(QFont(u"Monospace"_s));
     QCoreApplication::processEvents();
-    const auto texts = content().findChildren<PrefsText *>();
-    const auto help = std::ranges::find_if(
-        texts, [](const PrefsText *text) { return text->accessibleName().startsWith(u"Capture"); });
-    ASSERT_NE(help, texts.end());
-    EXPECT_TRUE((*help)->shownText().contains(u'\n'));
-    EXPECT_EQ((*help)->height(), (*help)->heightForWidth(404));
-    EXPECT_GT((*help)->height(), (*help)->sizeHint().height());
+    const PrefsText &help = text(helpText);
+    EXPECT_TRUE(help.shownText().contains(u'\n'));
+    EXPECT_EQ(help.height(), help.heightForWidth(404));
+    EXPECT_GT(help.height(), help.sizeHint().height());
     QApplication::setFont(before);
 }
 

@@ -163,6 +163,7 @@ TEST_F(PreferencesViewTest, aRecordedShortcutIsStoredAndReportedOnce)
     record("fullScreenHotkey", Qt::MetaModifier);
     EXPECT_EQ(m_preferences.fullScreenHotkey(), (KeyCombo{0, carbon::cmdKey}));
     EXPECT_EQ(m_hotkeyChanges, 1);
+    EXPECT_EQ(m_fullScreenAtChange, (KeyCombo{0, carbon::cmdKey})) << "stored before";
     record("selectionHotkey", Qt::AltModifier);
     EXPECT_EQ(m_preferences.selectionHotkey(), (KeyCombo{0, carbon::optionKey}));
     EXPECT_EQ(m_hotkeyChanges, 2);
