@@ -69,7 +69,9 @@ TEST_F(PreferencesWindowControllerTest, aWindowOpenedInTheTurnOfAClosingStays)
 {
     show();
     m_controller->window()->close();
+    std::ignore = m_defaults.set(u"saveToFile"_s, true);
     m_controller->show();
+    EXPECT_TRUE(switchOf("saveToFile").isChecked()) << "read anew";
     const QPointer opened = m_controller->window();
     QCoreApplication::processEvents();
     ASSERT_FALSE(opened.isNull());
