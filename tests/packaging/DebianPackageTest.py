@@ -64,7 +64,7 @@ class DebianPackage(unittest.TestCase):
         depends = {entry.split()[0] for entry in self.field("Depends").split(", ")}
         self.assertLessEqual({"libqt6widgets6", "libqt6dbus6", "libxcb1", "libcanberra0", "qt6-qpa-plugins",
                               "libqt6svg6"}, depends)
-        self.assertEqual(self.field("Recommends"), "libcanberra-pulse, sound-theme-freedesktop")
+        self.assertEqual(self.field("Recommends"), "libcanberra-pulse, qt6-translations-l10n, sound-theme-freedesktop")
 
     def testLintianFindsNoError(self):
         run = subprocess.run(["lintian", "--fail-on", "error,warning", "--allow-root", self.package],

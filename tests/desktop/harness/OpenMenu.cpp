@@ -1,5 +1,7 @@
 #include "harness/OpenMenu.h"
 
+#include "harness/WaitFor.h"
+
 #include <stdexcept>
 
 #include <xcb/xcb.h>
@@ -20,6 +22,13 @@ OpenMenu::OpenMenu(const QByteArray &display, const QRect &area)
                       static_cast<std::uint16_t>(area.height()), 0, XCB_WINDOW_CLASS_INPUT_OUTPUT,
                       XCB_COPY_FROM_PARENT, XCB_CW_BACK_PIXEL | XCB_CW_OVERRIDE_REDIRECT, values);
     xcb_map_window(raw, m_window);
+    if (!waitFor([this] { return takeInput(); }))
+        throw std::runtime_error("the menu does not get pointer and keyboard");
+}
+
+bool OpenMenu::takeInput()
+{
+    xcb_connection_t *const raw = m_connection.raw();
     const auto pointerQuestion =
         xcb_grab_pointer(raw, 0, m_window, XCB_EVENT_MASK_BUTTON_PRESS, XCB_GRAB_MODE_ASYNC,
                          XCB_GRAB_MODE_ASYNC, XCB_NONE, XCB_NONE, XCB_CURRENT_TIME);
@@ -29,9 +38,8 @@ OpenMenu::OpenMenu(const QByteArray &display, const QRect &area)
         xcb_grab_pointer_reply(raw, pointerQuestion, nullptr));
     const XReply<xcb_grab_keyboard_reply_t> keyboard(
         xcb_grab_keyboard_reply(raw, keyboardQuestion, nullptr));
-    if (!pointer || pointer->status != XCB_GRAB_STATUS_SUCCESS || !keyboard
-        || keyboard->status != XCB_GRAB_STATUS_SUCCESS)
-        throw std::runtime_error("the menu does not get pointer and keyboard");
+    return pointer && pointer->status == XCB_GRAB_STATUS_SUCCESS && keyboard
+        && keyboard->status == XCB_GRAB_STATUS_SUCCESS;
 }
 
 bool OpenMenu::isOpen()

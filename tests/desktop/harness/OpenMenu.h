@@ -11,8 +11,8 @@ namespace lumacap::harness {
 /// Another program's open menu: a window that holds pointer and keyboard until a press outside it.
 class OpenMenu {
 public:
-    /// Shows it over `area` (root pixels) of the screen of `display`; throws when it does not get
-    /// pointer and keyboard.
+    /// Shows it over `area` (root pixels) of the screen of `display` and asks for pointer and
+    /// keyboard until it has both; throws when it does not get them.
     OpenMenu(const QByteArray &display, const QRect &area);
 
     /// Sees to what has come in, and tells whether the menu is still open: it closes at a press
@@ -22,6 +22,7 @@ public:
     int keys() const { return m_keys; }
 
 private:
+    bool takeInput();
     void close();
 
     XConnection m_connection;
