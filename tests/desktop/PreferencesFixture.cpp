@@ -41,6 +41,7 @@ void PreferencesFixture::openWindow()
 void PreferencesFixture::closeWindow()
 {
     press(u"alt+F4"_s);
+    ASSERT_TRUE(goes(u"Lancer au demarrage"_s)); // for the agent, too, which may be asked again
     ASSERT_TRUE(waitFor([this] { return windows().empty(); }));
 }
 
