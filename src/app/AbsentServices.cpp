@@ -27,6 +27,11 @@ QCoro::Task<Result<QImage>> AbsentScreenCapture::grab(DisplayId /*display*/, QSi
     co_return failure(reason);
 }
 
+QCoro::Task<> AbsentScreens::prepare()
+{
+    co_return;
+}
+
 std::optional<Screen> AbsentScreens::mainScreen() const
 {
     return std::nullopt;

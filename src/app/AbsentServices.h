@@ -26,6 +26,7 @@ public:
 /// On a desktop that does not tell its screens.
 class AbsentScreens final : public Screens {
 public:
+    QCoro::Task<> prepare() override;
     std::optional<Screen> mainScreen() const override;
     std::vector<Screen> screens() const override;
     std::optional<Point<Global>> pointerPosition() const override;

@@ -9,6 +9,7 @@
 #include "platform/freedesktop/SoftwareCentreUpdater.h"
 #include "platform/freedesktop/ToolkitFolderPanel.h"
 #include "platform/freedesktop/tray/TrayStatusItem.h"
+#include "platform/wayland/WaylandScreens.h"
 #include "platform/x11/X11OverlaySurface.h"
 #include "platform/x11/X11Pasteboard.h"
 #include "platform/x11/X11ScreenCapture.h"
@@ -75,8 +76,19 @@ constexpr std::array screenCaptures{
     Row<ScreenCapture>{"none", always, plain<ScreenCapture, AbsentScreenCapture>},
 };
 
+bool hasWayland(const Session &session)
+{
+    return session.wayland() != nullptr;
+}
+
+std::unique_ptr<Screens> waylandScreens(const Session &session)
+{
+    return std::make_unique<wayland::WaylandScreens>(*session.outputs(), nullptr);
+}
+
 constexpr std::array screensRows{
     Row<Screens>{"x11", hasX11, overX11<Screens, x11::X11Screens>},
+    Row<Screens>{"wayland", hasWayland, waylandScreens},
     Row<Screens>{"none", always, plain<Screens, AbsentScreens>},
 };
 

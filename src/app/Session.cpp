@@ -1,37 +1,31 @@
 #include "app/Session.h"
 
+#include "platform/wayland/Connection.h"
+#include "platform/wayland/Outputs.h"
 #include "platform/xcb/Connection.h"
 
-#include <algorithm>
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusReply>
+
 #include <utility>
 
-#include <sys/socket.h>
-#include <sys/un.h>
-#include <unistd.h>
+using namespace Qt::StringLiterals;
 
 namespace lumacap {
 
 namespace {
 
-/// True when a compositor takes connections where WAYLAND_DISPLAY says, which may be left over from
-/// a session that has ended.
-bool isWayland()
+constexpr int busLimit = 2000; // milliseconds
+
+/// The names that `method` of the bus lists; none where it does not answer.
+QStringList namesListed(const QString &method)
 {
-    const QByteArray display = qgetenv("WAYLAND_DISPLAY");
-    if (display.isEmpty())
-        return false;
-    const QByteArray path =
-        display.startsWith('/') ? display : qgetenv("XDG_RUNTIME_DIR") + '/' + display;
-    sockaddr_un address{};
-    address.sun_family = AF_UNIX;
-    if (path.size() >= static_cast<qsizetype>(sizeof address.sun_path))
-        return false;
-    std::ranges::copy(path, address.sun_path);
-    const int socket = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    const bool answers =
-        connect(socket, reinterpret_cast<const sockaddr *>(&address), sizeof address) == 0;
-    close(socket);
-    return answers;
+    const auto question = QDBusMessage::createMethodCall(
+        u"org.freedesktop.DBus"_s, u"/org/freedesktop/DBus"_s, u"org.freedesktop.DBus"_s, method);
+    const QDBusReply<QStringList> answer =
+        QDBusConnection::sessionBus().call(question, QDBus::Block, busLimit);
+    return answer.isValid() ? answer.value() : QStringList();
 }
 
 } // namespace
@@ -42,16 +36,35 @@ Session::Session(Session &&) noexcept = default;
 
 bool Session::hasDisplay()
 {
-    return isWayland() || xcb::Connection::answers();
+    return wayland::Connection::answers() || xcb::Connection::answers();
+}
+
+void Session::prepareToolkit()
+{
+    if (!wayland::Connection::answers())
+        return;
+    // On some desktops the toolkit would rather be a client of the X server that the compositor
+    // runs.
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "wayland;xcb");
+    // The overlay's window gets its role from us and not from the toolkit.
+    qputenv("QT_WAYLAND_USE_BYPASSWINDOWMANAGERHINT", "1");
 }
 
 Session Session::open()
 {
     Session session;
-    if (isWayland())
-        return session;
-    if (auto connection = xcb::Connection::open())
-        session.m_x11 = std::move(*connection);
+    if (auto connection = wayland::Connection::open()) {
+        session.m_wayland = std::move(*connection);
+        session.m_outputs = std::make_unique<wayland::Outputs>(*session.m_wayland);
+        for (const QString &method : {u"ListNames"_s, u"ListActivatableNames"_s}) {
+            for (const QString &name : namesListed(method))
+                session.m_busNames.insert(name);
+        }
+    } else if (!wayland::Connection::answers()) {
+        if (auto server = xcb::Connection::open())
+            session.m_x11 = std::move(*server);
+    }
     return session;
 }
 
@@ -59,6 +72,8 @@ void Session::onDisplayEnded(const QObject *context, const std::function<void()>
 {
     if (m_x11)
         QObject::connect(m_x11.get(), &xcb::Connection::closed, context, ended);
+    if (m_wayland)
+        QObject::connect(m_wayland.get(), &wayland::Connection::closed, context, ended);
 }
 
 } // namespace lumacap

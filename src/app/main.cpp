@@ -148,6 +148,7 @@ int runAgent(std::optional<Command> command, int &argc, char **argv)
     // A server that hangs must not keep an agent that was told to end, neither in a step nor in the
     // toolkit's own end, which this outlives.
     std::optional<Watchdog> endWatchdog;
+    Session::prepareToolkit();
     QApplication application(argc, argv);
     QApplication::setApplicationName(u"Lumacap"_s);
     QApplication::setApplicationVersion(QStringLiteral(LUMACAP_VERSION));

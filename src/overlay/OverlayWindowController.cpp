@@ -81,12 +81,13 @@ std::optional<Screen> OverlayWindowController::activeScreen() const
 
 QCoro::Task<> OverlayWindowController::beginSelection()
 {
-    const auto screen = activeScreen();
-    if (!screen)
-        co_return;
     const QPointer self{this};
     m_isFreezing = true;
-    co_await freeze(*screen);
+    co_await m_services.screens.prepare();
+    if (!self)
+        co_return;
+    if (const auto screen = activeScreen())
+        co_await freeze(*screen);
     if (self)
         m_isFreezing = false;
 }

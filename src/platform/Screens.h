@@ -3,6 +3,8 @@
 #include "graphics/Geometry.h"
 #include "platform/ScreenCapture.h"
 
+#include <QCoroTask>
+
 #include <optional>
 #include <vector>
 
@@ -26,13 +28,18 @@ public:
     Q_DISABLE_COPY_MOVE(Screens)
     virtual ~Screens() = default;
 
+    /// Asks the desktop where the pointer is. Ends in bounded time, also where the desktop does not
+    /// answer.
+    virtual QCoro::Task<> prepare() = 0;
+
     /// The desktop's primary screen, else its first; nothing when no screen is attached.
     virtual std::optional<Screen> mainScreen() const = 0;
 
     /// All screens, the main one first.
     virtual std::vector<Screen> screens() const = 0;
 
-    /// Where the pointer is; nothing where the desktop does not tell.
+    /// Where the pointer is, or was at the end of the last `prepare`; nothing where the desktop does
+    /// not tell.
     virtual std::optional<Point<Global>> pointerPosition() const = 0;
 };
 

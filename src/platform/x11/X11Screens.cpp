@@ -12,6 +12,11 @@ X11Screens::X11Screens(xcb::Connection &connection)
 {
 }
 
+QCoro::Task<> X11Screens::prepare()
+{
+    co_return; // the server tells at once
+}
+
 std::optional<Screen> X11Screens::mainScreen() const
 {
     const std::vector<Screen> all = screens();

@@ -14,6 +14,7 @@ public:
     /// Borrows `connection`, which outlives the object.
     explicit X11Screens(xcb::Connection &connection);
 
+    QCoro::Task<> prepare() override;
     std::optional<Screen> mainScreen() const override;
     std::vector<Screen> screens() const override;
     /// The middle of the pixel that the pointer points at.

@@ -7,6 +7,7 @@ namespace lumacap {
 /// Screens from data, the main one first.
 class FakeScreens final : public Screens {
 public:
+    QCoro::Task<> prepare() override { co_return; }
     std::optional<Screen> mainScreen() const override
     {
         return all.empty() ? std::nullopt : std::optional(all.front());
