@@ -31,7 +31,7 @@ QDBusMessage call(const QDBusConnection &bus, const QString &service, const QStr
     return bus.call(message, QDBus::Block, answerLimit);
 }
 
-QString addressOfAccessibility(PrivateDesktop &desktop)
+QString addressOfAccessibility(TestDesktop &desktop)
 {
     const QString name = u"find-"_s + QUuid::createUuid().toString();
     const QDBusConnection session =
@@ -51,12 +51,12 @@ bool has(quint64 states, State state)
 
 } // namespace
 
-void AccessibleControls::enable(PrivateDesktop &desktop)
+void AccessibleControls::enable(TestDesktop &desktop)
 {
     desktop.set("QT_LINUX_ACCESSIBILITY_ALWAYS_ON", "1");
 }
 
-AccessibleControls::AccessibleControls(PrivateDesktop &desktop)
+AccessibleControls::AccessibleControls(TestDesktop &desktop)
     : m_connectionName(QUuid::createUuid().toString())
     , m_bus(QDBusConnection::connectToBus(addressOfAccessibility(desktop), m_connectionName))
 {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "harness/PrivateDesktop.h"
+#include "harness/TestDesktop.h"
 
 #include <QDBusConnection>
 #include <QRect>
@@ -27,9 +27,9 @@ struct AccessibleControl {
 class AccessibleControls {
 public:
     /// Has programs of `desktop` started from now on tell of their controls.
-    static void enable(PrivateDesktop &desktop);
+    static void enable(TestDesktop &desktop);
 
-    explicit AccessibleControls(PrivateDesktop &desktop);
+    explicit AccessibleControls(TestDesktop &desktop);
     Q_DISABLE_COPY_MOVE(AccessibleControls)
     ~AccessibleControls();
 

@@ -32,7 +32,7 @@ QStringList program(const QStringList &arguments)
     return QStringList{QStringLiteral(LUMACAP_PROGRAM)} + arguments;
 }
 
-Agent::Agent(PrivateDesktop &desktop, const QStringList &arguments, const QStringList &wrapper)
+Agent::Agent(TestDesktop &desktop, const QStringList &arguments, const QStringList &wrapper)
     : m_desktop(desktop)
     , m_connectionName(desktop.newLog(u"bus"_s))
     , m_bus(QDBusConnection::connectToBus(QString::fromLocal8Bit(desktop.bus().address()),

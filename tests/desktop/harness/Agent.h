@@ -1,6 +1,6 @@
 #pragma once
 
-#include "harness/PrivateDesktop.h"
+#include "harness/TestDesktop.h"
 
 #include <QDBusConnection>
 
@@ -11,7 +11,7 @@ class Agent {
 public:
     /// Starts the program in `desktop`, with `wrapper` in front of it (a command that runs the rest
     /// of its arguments in place). Does not wait.
-    explicit Agent(PrivateDesktop &desktop, const QStringList &arguments = {},
+    explicit Agent(TestDesktop &desktop, const QStringList &arguments = {},
                    const QStringList &wrapper = {});
     Q_DISABLE_COPY_MOVE(Agent)
     ~Agent();
@@ -30,7 +30,7 @@ public:
     QDBusConnection &bus() { return m_bus; }
 
 private:
-    PrivateDesktop &m_desktop;
+    TestDesktop &m_desktop;
     QString m_connectionName;
     QDBusConnection m_bus;
     Process *m_process;

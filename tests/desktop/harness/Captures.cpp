@@ -1,6 +1,5 @@
 #include "harness/Captures.h"
 
-#include "harness/Clipboard.h"
 #include "harness/WaitFor.h"
 
 #include <QDir>
@@ -25,11 +24,11 @@ DesktopOptions smallScreen()
     return {.server = {.size = {640, 480}}};
 }
 
-QImage clipboardPicture(PrivateDesktop &desktop)
+QImage clipboardPicture(TestDesktop &desktop)
 {
-    if (!waitFor([&desktop] { return desktop.selectionOwner("CLIPBOARD") != 0; }))
+    if (!waitFor([&desktop] { return desktop.clipboardTypes().contains("image/png"); }))
         return {};
-    return readImage(desktop, clipboardBytes(desktop, "image/png"), ImageKind::Png);
+    return readImage(desktop, desktop.clipboardBytes("image/png"), ImageKind::Png);
 }
 
 QStringList entriesOf(const QString &folder)
@@ -47,7 +46,7 @@ QStringList capturesIn(const QString &folder)
     return paths;
 }
 
-QImage pictureIn(PrivateDesktop &desktop, const QString &path)
+QImage pictureIn(TestDesktop &desktop, const QString &path)
 {
     return readImage(desktop, fileBytes(path), kindOfSuffix(QFileInfo(path).suffix()));
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "harness/ImageReading.h"
+#include "harness/PrivateDesktop.h"
 
 #include <QImage>
 #include <QStringList>
@@ -14,13 +15,13 @@ DesktopOptions twoMonitors(int primary = 0);
 DesktopOptions smallScreen();
 
 /// The clipboard's picture, waited for; null when none comes. Read from its PNG.
-QImage clipboardPicture(PrivateDesktop &desktop);
+QImage clipboardPicture(TestDesktop &desktop);
 /// Everything in `folder`, hidden files too, by name.
 QStringList entriesOf(const QString &folder);
 /// The paths of the captures in `folder`, oldest name first.
 QStringList capturesIn(const QString &folder);
 /// The picture in a file, by its suffix; null when it is not whole.
-QImage pictureIn(PrivateDesktop &desktop, const QString &path);
+QImage pictureIn(TestDesktop &desktop, const QString &path);
 
 /// The menu's entry for a full-screen capture with the designed shortcut.
 QString fullScreenTitle();

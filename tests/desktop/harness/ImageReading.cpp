@@ -58,7 +58,7 @@ QImage parsePixmap(const QByteArray &bytes)
 
 } // namespace
 
-QImage readImage(PrivateDesktop &desktop, const QByteArray &bytes, ImageKind kind)
+QImage readImage(TestDesktop &desktop, const QByteArray &bytes, ImageKind kind)
 {
     QFile file(desktop.newLog(u"image"_s));
     if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "harness/PrivateDesktop.h"
+#include "harness/TestDesktop.h"
 
 #include <QByteArray>
 #include <QImage>
@@ -12,7 +12,7 @@ enum class ImageKind { Png, Jpeg, Tiff, Bmp };
 
 /// The picture in `bytes`, read by the tools of netpbm and libjpeg, never by Qt, which may have
 /// written it. Null when the tool complains. Format_RGB32.
-QImage readImage(PrivateDesktop &desktop, const QByteArray &bytes, ImageKind kind);
+QImage readImage(TestDesktop &desktop, const QByteArray &bytes, ImageKind kind);
 /// The kind that a file's suffix tells, such as "png".
 ImageKind kindOfSuffix(const QString &suffix);
 /// The whole contents of a file, empty when there is none.

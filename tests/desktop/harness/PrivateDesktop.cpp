@@ -1,14 +1,15 @@
 #include "harness/PrivateDesktop.h"
 
+#include "harness/Clipboard.h"
+#include "harness/PaintedScreen.h"
+#include "harness/ShownPicture.h"
 #include "harness/WaitFor.h"
 #include "harness/XConnection.h"
+#include "harness/XInput.h"
 
-#include <QDir>
-#include <QFile>
+#include <QPainter>
 
 #include <algorithm>
-#include <cstdlib>
-#include <ranges>
 #include <stdexcept>
 
 #include <xcb/xcb.h>
@@ -39,71 +40,81 @@ bool canShowAWindow(const XConnection &connection)
 
 } // namespace
 
+// The settings service of Xfce serves the clipboard manager.
 PrivateDesktop::PrivateDesktop(const DesktopOptions &options)
-    : m_root(u"/tmp/desktop-test-XXXXXX"_s)
-    , m_environment(bareEnvironment())
+    : TestDesktop({u"org.xfce.Xfconf"_s, u"org.a11y.Bus"_s})
+    , m_server(std::make_unique<XServer>(options.server, folder(u"log"_s), environment()))
+    , m_monitors(options.server.monitors)
 {
-    if (!m_root.isValid())
-        throw std::runtime_error("no folder for the desktop");
-    static constexpr std::pair<const char *, QLatin1StringView> folders[]{
-        {"HOME", "home"_L1},
-        {"XDG_RUNTIME_DIR", "run"_L1},
-        {"XDG_CONFIG_HOME", "config"_L1},
-        {"XDG_DATA_HOME", "data"_L1},
-        {"XDG_CACHE_HOME", "cache"_L1},
-        {"XDG_STATE_HOME", "state"_L1},
-        {"TMPDIR", "tmp"_L1}};
-    for (const auto &[variable, name] : folders)
-        m_environment[variable] = folder(name).toLocal8Bit();
-    folder(u"home/Desktop"_s);
-    folder(u"log"_s);
-    QFile::setPermissions(folder(u"run"_s), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-
-    // The settings service of Xfce serves the clipboard manager.
-    m_bus = std::make_unique<SessionBus>(folder(u"log"_s), folder(u"run"_s),
-                                         QStringList{u"org.xfce.Xfconf"_s, u"org.a11y.Bus"_s},
-                                         m_environment);
-    m_environment["DBUS_SESSION_BUS_ADDRESS"] = m_bus->address();
-    m_server = std::make_unique<XServer>(options.server, folder(u"log"_s), m_environment);
-    m_environment["DISPLAY"] = m_server->display();
-    m_environment["XDG_SESSION_TYPE"] = "x11";
+    if (m_monitors.empty())
+        m_monitors.push_back({u"screen"_s, {{}, options.server.size}, Role::Primary});
+    std::ranges::stable_partition(
+        m_monitors, [](const Monitor &monitor) { return monitor.role == Role::Primary; });
+    set("DISPLAY", m_server->display());
+    set("XDG_SESSION_TYPE", "x11");
     startWindowManager(options.windowManager);
 }
 
 PrivateDesktop::~PrivateDesktop()
 {
-    // Clients first and newest first, so that none meets a desktop without its server.
-    for (const auto &process : m_processes | std::views::reverse)
-        process->terminate();
+    m_screen.reset();
+    m_input.reset();
+    stopAll(); // before their server
 }
 
-QString PrivateDesktop::folder(const QString &name) const
+std::vector<TestOutput> PrivateDesktop::outputs()
 {
-    const QString path = m_root.filePath(name);
-    QDir().mkpath(path);
-    return path;
+    std::vector<TestOutput> outputs;
+    for (const Monitor &monitor : m_monitors)
+        outputs.push_back({monitor.name, monitor.area.size(), monitor.area});
+    return outputs;
 }
 
-QString PrivateDesktop::newLog(const QString &name)
+QRect PrivateDesktop::areaOf(const QString &output)
 {
-    return u"%1/%2-%3"_s.arg(folder(u"log"_s), name).arg(++m_logs);
+    const auto found = std::ranges::find(m_monitors, output, &Monitor::name);
+    if (found == m_monitors.end())
+        throw std::invalid_argument("no output " + output.toStdString());
+    return found->area;
 }
 
-Process &PrivateDesktop::start(const QString &name, const QStringList &command)
+Input &PrivateDesktop::input()
 {
-    m_processes.push_back(std::make_unique<Process>(command, m_environment, newLog(name)));
-    return *m_processes.back();
+    if (!m_input)
+        m_input = std::make_unique<XInput>(m_server->display());
+    return *m_input;
 }
 
-void PrivateDesktop::stop(const Process &process)
+QImage PrivateDesktop::look(const QString &output)
 {
-    process.terminate();
-    std::erase_if(m_processes, [&process](const auto &mine) { return mine.get() == &process; });
+    return shownOn(m_server->display(), areaOf(output));
 }
 
-Answer PrivateDesktop::ask(const QStringList &command, std::chrono::milliseconds limit)
+void PrivateDesktop::paint(const QString &output, const QImage &picture)
 {
-    return run(command, m_environment, newLog(u"answer"_s), limit);
+    if (m_picture.isNull()) {
+        m_picture = QImage(XConnection(m_server->display()).size(), QImage::Format_RGB32);
+        m_picture.fill(Qt::black);
+    }
+    QPainter(&m_picture).drawImage(areaOf(output).topLeft(), picture);
+    if (m_screen) {
+        m_screen->paint(m_picture);
+        return;
+    }
+    m_screen = std::make_unique<PaintedScreen>(m_server->display(), m_picture);
+    m_screen->lower();
+}
+
+QList<QByteArray> PrivateDesktop::clipboardTypes()
+{
+    if (selectionOwner("CLIPBOARD") == 0)
+        return {};
+    return harness::clipboardTypes(*this);
+}
+
+QByteArray PrivateDesktop::clipboardBytes(const char *type, std::chrono::milliseconds limit)
+{
+    return harness::clipboardBytes(*this, type, limit);
 }
 
 std::uint32_t PrivateDesktop::selectionOwner(const char *name) const

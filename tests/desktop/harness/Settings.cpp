@@ -9,7 +9,7 @@ namespace lumacap::harness {
 
 using namespace Qt::StringLiterals;
 
-void writeSettings(const PrivateDesktop &desktop, const Settings &settings)
+void writeSettings(const TestDesktop &desktop, const Settings &settings)
 {
     QSaveFile file(desktop.folder(u"config/Lumacap"_s) + "/Lumacap.conf"_L1);
     QString text = u"[General]\n"_s;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "harness/PrivateDesktop.h"
+#include "harness/TestDesktop.h"
 
 #include <map>
 
@@ -10,7 +10,7 @@ namespace lumacap::harness {
 using Settings = std::map<QString, QString>;
 
 /// Replaces the program's settings file, as a user with a text editor would.
-void writeSettings(const PrivateDesktop &desktop, const Settings &settings);
+void writeSettings(const TestDesktop &desktop, const Settings &settings);
 /// A stored shortcut: the key's code and the modifier mask, both as the program stores them.
 QString storedHotkey(int keyCode, int modifiers);
 
