@@ -37,7 +37,7 @@ TEST(SwayDesktop, showsAPicturePixelForPixelAtEveryScale)
 TEST(SwayDesktop, aWindowGetsKeysAndPressesOfItsPlace)
 {
     SwayDesktop desktop;
-    const Process &window = desktop.openWindow({.picture = noisePicture({300, 200})});
+    const Process &window = desktop.startWindow({});
     require("the keyboard", [&window] { return window.output().contains("focus\n"); });
 
     desktop.input().press({evdev::letterA});
@@ -75,7 +75,7 @@ TEST(KWinDesktop, showsAPicturePixelForPixelOnEachOutput)
 TEST(KWinDesktop, aWindowGetsKeysAndPressesOfItsPlace)
 {
     KWinDesktop desktop;
-    const Process &window = desktop.openWindow({.picture = noisePicture({1200, 700})});
+    const Process &window = desktop.startWindow({.size = {1200, 700}});
     require("the keyboard", [&window] { return window.output().contains("focus\n"); });
 
     desktop.input().press({evdev::letterA});

@@ -41,7 +41,7 @@ public:
     Q_DISABLE_COPY_MOVE(Input)
     virtual ~Input() = default;
 
-    /// To the middle of a pixel of the desktop's own units, y down.
+    /// To a place in the desktop's own units, y down.
     virtual void moveTo(QPoint place) = 0;
     virtual void button(Button button, Way way) = 0;
     /// A key by its evdev code.

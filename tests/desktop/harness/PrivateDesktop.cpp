@@ -2,6 +2,7 @@
 
 #include "harness/Clipboard.h"
 #include "harness/PaintedScreen.h"
+#include "harness/PlainWindow.h"
 #include "harness/ShownPicture.h"
 #include "harness/WaitFor.h"
 #include "harness/XConnection.h"
@@ -57,6 +58,7 @@ PrivateDesktop::PrivateDesktop(const DesktopOptions &options)
 
 PrivateDesktop::~PrivateDesktop()
 {
+    m_windows.clear();
     m_screen.reset();
     m_input.reset();
     stopAll(); // before their server
@@ -103,6 +105,19 @@ void PrivateDesktop::paint(const QString &output, const QImage &picture)
     }
     m_screen = std::make_unique<PaintedScreen>(m_server->display(), m_picture);
     m_screen->lower();
+}
+
+void PrivateDesktop::openWindow(const WindowLook &look)
+{
+    constexpr QPoint place(150, 120);
+    auto window = std::make_unique<PlainWindow>(m_server->display(), QRect(place, look.size));
+    window->setTitle(look.title.toUtf8());
+    const QByteArray name = look.appId.toUtf8();
+    window->setText("WM_CLASS", "STRING", name + '\0' + name + '\0');
+    window->renounceDecoration();
+    window->show();
+    window->requireManaged();
+    m_windows.push_back(std::move(window));
 }
 
 QList<QByteArray> PrivateDesktop::clipboardTypes()

@@ -11,6 +11,7 @@
 namespace lumacap::harness {
 
 class PaintedScreen;
+class PlainWindow;
 
 /// Who manages windows.
 enum class WindowManager { Nobody, Openbox, Xfwm4 };
@@ -37,6 +38,7 @@ public:
     Input &input() override;
     QImage look(const QString &output) override;
     void paint(const QString &output, const QImage &picture) override;
+    void openWindow(const WindowLook &look) override;
     QList<QByteArray> clipboardTypes() override;
     QByteArray clipboardBytes(const char *type, std::chrono::milliseconds limit) override;
 
@@ -49,6 +51,7 @@ private:
     std::unique_ptr<Input> m_input;
     QImage m_picture;
     std::unique_ptr<PaintedScreen> m_screen;
+    std::vector<std::unique_ptr<PlainWindow>> m_windows;
 };
 
 } // namespace lumacap::harness

@@ -27,6 +27,13 @@ struct TestOutput {
     friend bool operator==(const TestOutput &, const TestOutput &) = default;
 };
 
+/// A white window of another program's, without a frame of the desktop's.
+struct WindowLook {
+    QString appId = QStringLiteral("org.example.Window");
+    QString title = QStringLiteral("A window");
+    QSize size{300, 200}; ///< the desktop's own units
+};
+
 /// A desktop of one test's own, with everything that a program needs of one: folders, a session
 /// bus, a display server. Any number can run at once. All of it is gone when the object is.
 class TestDesktop {
@@ -64,6 +71,9 @@ public:
     virtual QImage look(const QString &output) = 0;
     /// Has the output of this name show `picture`, of its size in pixels, under all windows.
     virtual void paint(const QString &output, const QImage &picture) = 0;
+
+    /// Shows a window, wherever the desktop puts it, until the desktop ends.
+    virtual void openWindow(const WindowLook &look) = 0;
 
     /// The types the clipboard offers; empty when nobody has put anything on it.
     virtual QList<QByteArray> clipboardTypes() = 0;

@@ -35,8 +35,8 @@ FakeInput::~FakeInput()
 
 void FakeInput::moveTo(QPoint place)
 {
-    org_kde_kwin_fake_input_pointer_motion_absolute(m_input, wl_fixed_from_double(place.x() + 0.5),
-                                                    wl_fixed_from_double(place.y() + 0.5));
+    org_kde_kwin_fake_input_pointer_motion_absolute(m_input, wl_fixed_from_double(place.x()),
+                                                    wl_fixed_from_double(place.y()));
     m_compositor.finish();
 }
 

@@ -86,12 +86,10 @@ VirtualInput::~VirtualInput()
 
 void VirtualInput::moveTo(QPoint place)
 {
-    // In halves of a unit, so that the middle of one can be told.
-    zwlr_virtual_pointer_v1_motion_absolute(m_pointer, ++m_time,
-                                            static_cast<std::uint32_t>(place.x() * 2 + 1),
-                                            static_cast<std::uint32_t>(place.y() * 2 + 1),
-                                            static_cast<std::uint32_t>(m_layout.width() * 2),
-                                            static_cast<std::uint32_t>(m_layout.height() * 2));
+    zwlr_virtual_pointer_v1_motion_absolute(
+        m_pointer, ++m_time, static_cast<std::uint32_t>(place.x()),
+        static_cast<std::uint32_t>(place.y()), static_cast<std::uint32_t>(m_layout.width()),
+        static_cast<std::uint32_t>(m_layout.height()));
     zwlr_virtual_pointer_v1_frame(m_pointer);
     m_compositor.finish();
 }

@@ -55,9 +55,11 @@ void WaylandDesktop::paint(const QString &output, const QImage &picture)
         stop(*older);
 }
 
-Process &WaylandDesktop::openWindow(const WindowLook &look)
+Process &WaylandDesktop::startWindow(const WindowLook &look)
 {
-    return show(look.picture, {u"window"_s, look.appId, look.title});
+    QImage picture(look.size, QImage::Format_RGB32);
+    picture.fill(Qt::white);
+    return show(picture, {u"window"_s, look.appId, look.title});
 }
 
 QList<QByteArray> WaylandDesktop::clipboardTypes()

@@ -6,14 +6,6 @@
 
 namespace lumacap::harness {
 
-/// Which window a program of the tests shows.
-struct WindowLook {
-    QString appId = QStringLiteral("org.example.Window");
-    QString title = QStringLiteral("A window");
-    /// What is in it, a unit a pixel.
-    QImage picture;
-};
-
 /// A desktop of a Wayland compositor.
 class WaylandDesktop : public TestDesktop {
 public:
@@ -21,8 +13,9 @@ public:
 
     /// Has a program show `picture` on the output, by a layer under all windows.
     void paint(const QString &output, const QImage &picture) override;
-    /// Starts a program with one window, and waits until it is shown.
-    Process &openWindow(const WindowLook &look);
+    void openWindow(const WindowLook &look) override { startWindow(look); }
+    /// Starts the program of the window, and waits until it is shown.
+    Process &startWindow(const WindowLook &look);
     /// The path of the compositor's socket.
     QString socket() const;
 
