@@ -1,8 +1,8 @@
 #include "platform/x11/X11ScreenCapture.h"
 
-#include "platform/x11/PixelFormat.h"
+#include "platform/pixels/SharedImage.h"
+#include "platform/x11/RootPixelFormat.h"
 #include "platform/x11/ScreenChanges.h"
-#include "platform/x11/SharedImage.h"
 #include "platform/xcb/Connection.h"
 
 #include <QCoroTimer>
@@ -122,7 +122,7 @@ QCoro::Task<Result<QImage>> X11ScreenCapture::sharedPicture(QRect frame, PixelFo
 {
     auto *const raw = m_connection.raw();
     auto shared =
-        SharedImage::create(frame.size(), format.format, format.bytesPerLine(frame.width()));
+        SharedImage::create(frame.size(), format.format, bytesPerLine(format, frame.width()));
     if (!shared)
         co_return std::unexpected(shared.error());
     const xcb_shm_seg_t segment = xcb_generate_id(raw);
@@ -149,10 +149,10 @@ QCoro::Task<Result<QImage>> X11ScreenCapture::sentPicture(QRect frame, PixelForm
     auto reply = co_await m_connection.reply<xcb_get_image_reply_t>(question);
     if (!reply)
         co_return std::unexpected(reply.error());
-    const qsizetype bytesPerLine = format.bytesPerLine(frame.width());
-    if (xcb_get_image_data_length(reply->get()) < bytesPerLine * frame.height())
+    const qsizetype rowLength = bytesPerLine(format, frame.width());
+    if (xcb_get_image_data_length(reply->get()) < rowLength * frame.height())
         co_return failure(u"the X server sent only a part of the picture"_s);
-    QImage picture(xcb_get_image_data(reply->get()), frame.width(), frame.height(), bytesPerLine,
+    QImage picture(xcb_get_image_data(reply->get()), frame.width(), frame.height(), rowLength,
                    format.format, std::free, reply->get());
     std::ignore = reply->release(); // the picture frees it
     co_return opaqueImage(std::move(picture), format);

@@ -3,9 +3,11 @@
 #include "platform/ScreenCapture.h"
 #include "platform/x11/Monitors.h"
 
-namespace lumacap::x11 {
-
+namespace lumacap {
 struct PixelFormat;
+}
+
+namespace lumacap::x11 {
 
 /// Pictures of an X server's monitors.
 class X11ScreenCapture final : public ScreenCapture {

@@ -1,19 +1,8 @@
-#include "platform/x11/PixelFormat.h"
+#include "platform/pixels/PixelFormat.h"
 
 #include <gtest/gtest.h>
 
-namespace lumacap::x11 {
-
-TEST(PixelFormat, padsRowsToWholeWords)
-{
-    const PixelFormat wide{QImage::Format_RGB32, 32, 0xff000000};
-    const PixelFormat narrow{QImage::Format_RGB16, 16, 0};
-
-    EXPECT_EQ(wide.bytesPerLine(3), 12);
-    EXPECT_EQ(narrow.bytesPerLine(3), 8);
-    EXPECT_EQ(narrow.bytesPerLine(4), 8);
-    EXPECT_EQ((PixelFormat{QImage::Format_RGB555, 16, 0}.bytesPerLine(3)), 8);
-}
+namespace lumacap {
 
 TEST(OpaqueImage, isOpaqueWhateverTheServerLeftInTheUnusedByte)
 {
@@ -57,4 +46,4 @@ TEST(OpaqueImage, widensSixteenBitColours)
     EXPECT_EQ(opaqueImage(picture, {QImage::Format_RGB16, 16, 0}).pixel(0, 0), qRgb(255, 0, 0));
 }
 
-} // namespace lumacap::x11
+} // namespace lumacap

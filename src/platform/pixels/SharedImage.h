@@ -5,7 +5,7 @@
 #include <QImage>
 #include <QSize>
 
-namespace lumacap::x11 {
+namespace lumacap {
 
 /// Memory for one picture, which another process may map and write.
 class SharedImage {
@@ -31,4 +31,4 @@ private:
     QImage m_image;
 };
 
-} // namespace lumacap::x11
+} // namespace lumacap

@@ -1,4 +1,4 @@
-#include "platform/x11/SharedImage.h"
+#include "platform/pixels/SharedImage.h"
 
 #include <cerrno>
 #include <cstring>
@@ -8,7 +8,7 @@
 #include <sys/mman.h>
 #include <unistd.h>
 
-namespace lumacap::x11 {
+namespace lumacap {
 
 namespace {
 
@@ -76,4 +76,4 @@ QImage SharedImage::takeImage() &&
     return std::move(m_image);
 }
 
-} // namespace lumacap::x11
+} // namespace lumacap

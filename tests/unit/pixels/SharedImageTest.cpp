@@ -1,4 +1,4 @@
-#include "platform/x11/SharedImage.h"
+#include "platform/pixels/SharedImage.h"
 
 #include <gtest/gtest.h>
 
@@ -6,7 +6,7 @@
 
 #include <unistd.h>
 
-namespace lumacap::x11 {
+namespace lumacap {
 
 TEST(SharedImage, showsInThePictureWhatIsWrittenThroughTheDescriptor)
 {
@@ -29,4 +29,4 @@ TEST(SharedImage, isAFailureWhereNoSuchMemoryCanBeHad)
     EXPECT_FALSE(SharedImage::create(QSize(0, 0), QImage::Format_RGB32, 0).has_value());
 }
 
-} // namespace lumacap::x11
+} // namespace lumacap

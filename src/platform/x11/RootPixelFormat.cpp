@@ -1,4 +1,4 @@
-#include "platform/x11/PixelFormat.h"
+#include "platform/x11/RootPixelFormat.h"
 
 #include "platform/xcb/Connection.h"
 
@@ -6,8 +6,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cstddef>
-#include <span>
 
 #include <xcb/xcb.h>
 
@@ -56,9 +54,9 @@ std::uint8_t bitsPerPixel(const xcb_setup_t *setup, std::uint8_t depth)
 
 } // namespace
 
-qsizetype PixelFormat::bytesPerLine(int width) const
+qsizetype bytesPerLine(const PixelFormat &format, int width)
 {
-    return (qsizetype{width} * bitsPerPixel + 31) / 32 * 4;
+    return (qsizetype{width} * format.bitsPerPixel + 31) / 32 * 4;
 }
 
 std::optional<PixelFormat> rootPixelFormat(const xcb::Connection &connection)
@@ -77,27 +75,6 @@ std::optional<PixelFormat> rootPixelFormat(const xcb::Connection &connection)
             && candidate.pixels.bitsPerPixel == bits;
     });
     return row == formatRows.end() ? std::nullopt : std::optional(row->pixels);
-}
-
-QImage opaqueImage(QImage picture, const PixelFormat &format)
-{
-    if (format.unusedBits != 0) {
-        // A copy of each bound: asked of the image for every pixel it costs thirty times as much.
-        const std::uint32_t unusedBits = format.unusedBits;
-        const auto width = static_cast<std::size_t>(picture.width());
-        const int height = picture.height();
-        for (int y = 0; y < height; ++y) {
-            auto *const row = reinterpret_cast<std::uint32_t *>(picture.scanLine(y));
-            for (std::uint32_t &pixel : std::span(row, width))
-                pixel |= unusedBits;
-        }
-    }
-    // With its fourth byte set, an opaque pixel is the same in both formats.
-    if (picture.format() == QImage::Format_RGB32)
-        picture.reinterpretAsFormat(QImage::Format_ARGB32_Premultiplied);
-    else
-        picture.convertTo(QImage::Format_ARGB32_Premultiplied);
-    return picture;
 }
 
 } // namespace lumacap::x11
