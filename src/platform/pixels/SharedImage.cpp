@@ -5,6 +5,7 @@
 #include <memory>
 #include <utility>
 
+#include <fcntl.h>
 #include <sys/mman.h>
 #include <unistd.h>
 
@@ -33,12 +34,15 @@ Failure lastError()
 
 Result<SharedImage> SharedImage::create(QSize size, QImage::Format format, qsizetype bytesPerLine)
 {
-    const int descriptor = memfd_create("lumacap picture", MFD_CLOEXEC);
+    const int descriptor = memfd_create("lumacap picture", MFD_CLOEXEC | MFD_ALLOW_SEALING);
     if (descriptor < 0)
         return std::unexpected(lastError());
     SharedImage shared(descriptor, QImage());
     const auto bytes = static_cast<std::size_t>(bytesPerLine * size.height());
     if (ftruncate(descriptor, static_cast<off_t>(bytes)) != 0)
+        return std::unexpected(lastError());
+    // Whoever cut it short would end every process that reads on.
+    if (fcntl(descriptor, F_ADD_SEALS, F_SEAL_SHRINK | F_SEAL_SEAL) != 0)
         return std::unexpected(lastError());
     void *const memory = mmap(nullptr, bytes, PROT_READ | PROT_WRITE, MAP_SHARED, descriptor, 0);
     if (memory == MAP_FAILED)

@@ -7,7 +7,7 @@
 
 namespace lumacap {
 
-/// Memory for one picture, which another process may map and write.
+/// Memory for one picture, which another process may map and write, but not cut short.
 class SharedImage {
 public:
     /// A picture of this size and format with rows of `bytesPerLine` bytes.

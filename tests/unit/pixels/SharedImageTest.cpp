@@ -24,6 +24,18 @@ TEST(SharedImage, showsInThePictureWhatIsWrittenThroughTheDescriptor)
     EXPECT_EQ(image.pixel(0, 1), 0xff000003);
 }
 
+TEST(SharedImage, isNotCutShortByWhoeverWritesIt)
+{
+    auto shared = SharedImage::create(QSize(2, 2), QImage::Format_RGB32, 8);
+    ASSERT_TRUE(shared.has_value());
+    const int descriptor = shared->takeDescriptor();
+
+    EXPECT_NE(ftruncate(descriptor, 0), 0);
+    close(descriptor);
+
+    EXPECT_EQ(std::move(*shared).takeImage().pixel(1, 1), 0xff000000);
+}
+
 TEST(SharedImage, isAFailureWhereNoSuchMemoryCanBeHad)
 {
     EXPECT_FALSE(SharedImage::create(QSize(0, 0), QImage::Format_RGB32, 0).has_value());
