@@ -7,6 +7,7 @@
 #include <QSize>
 #include <QString>
 
+#include <cstdint>
 #include <optional>
 #include <vector>
 
@@ -24,6 +25,8 @@ struct Output {
     QRect frame;
     /// Borrowed of the outputs, as long as this one stays.
     wl_output *proxy = nullptr;
+    /// How the compositor turns what it shows there, in the numbers of wl_output.
+    std::int32_t transform = 0;
 
     DisplayId id() const;
     /// The desktop's scale as a whole number: rounded, halves up, at least 1.

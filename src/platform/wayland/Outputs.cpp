@@ -125,7 +125,7 @@ void Outputs::Watched::finish()
     const QRect frame = m_frame.isEmpty() ? QRect(m_place, pixels / m_scale) : m_frame;
     // Neither protocol's old versions tell a name.
     const QString name = m_name.isEmpty() ? QString::number(m_number) : m_name;
-    const Output now{name, pixels, frame, m_output.get()};
+    const Output now{name, pixels, frame, m_output.get(), m_transform};
     if (m_known == now)
         return;
     m_known = now;
