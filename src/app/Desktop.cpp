@@ -10,6 +10,7 @@
 #include "platform/freedesktop/ToolkitFolderPanel.h"
 #include "platform/freedesktop/tray/TrayStatusItem.h"
 #include "platform/wayland/WaylandScreens.h"
+#include "platform/wlroots/ScreencopyScreenCapture.h"
 #include "platform/x11/X11OverlaySurface.h"
 #include "platform/x11/X11Pasteboard.h"
 #include "platform/x11/X11ScreenCapture.h"
@@ -71,8 +72,21 @@ std::unique_ptr<Service> plain(const Session & /*session*/, const Needs &.../*ne
     return std::make_unique<Backend>();
 }
 
+bool copiesScreens(const Session &session)
+{
+    return session.wayland() != nullptr
+        && wlroots::ScreencopyScreenCapture::isOffered(*session.wayland());
+}
+
+std::unique_ptr<ScreenCapture> screencopy(const Session &session)
+{
+    return std::make_unique<wlroots::ScreencopyScreenCapture>(*session.wayland(),
+                                                              *session.outputs());
+}
+
 constexpr std::array screenCaptures{
     Row<ScreenCapture>{"x11", hasX11, overX11<ScreenCapture, x11::X11ScreenCapture>},
+    Row<ScreenCapture>{"screencopy", copiesScreens, screencopy},
     Row<ScreenCapture>{"none", always, plain<ScreenCapture, AbsentScreenCapture>},
 };
 
