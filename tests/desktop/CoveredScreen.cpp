@@ -3,6 +3,7 @@
 #include "harness/Pictures.h"
 #include "harness/PopUps.h"
 #include "harness/ShownPicture.h"
+#include "harness/TestedBuild.h"
 #include "harness/WaitFor.h"
 #include "harness/XConnection.h"
 
@@ -34,7 +35,7 @@ DesktopOptions outputs()
 
 QStringList overlayProbe(const QStringList &words)
 {
-    return QStringList{QStringLiteral(LUMACAP_OVERLAY_PROBE)} + words;
+    return QStringList{testedProgram(QStringLiteral(LUMACAP_OVERLAY_PROBE))} + words;
 }
 
 bool says(const Process &process, const QByteArray &line)

@@ -2,6 +2,7 @@
 #include "harness/OpenMenu.h"
 #include "harness/PlainWindow.h"
 #include "harness/Rest.h"
+#include "harness/TestedBuild.h"
 #include "harness/WaitFor.h"
 
 #include <csignal>
@@ -22,7 +23,8 @@ struct HotkeyServiceTest : HotkeyFixture {
     void run(const QStringList &shortcuts)
     {
         probe = &desktop->start(u"probe"_s,
-                                QStringList{QStringLiteral(LUMACAP_HOTKEY_PROBE)} + shortcuts);
+                                QStringList{testedProgram(QStringLiteral(LUMACAP_HOTKEY_PROBE))}
+                                    + shortcuts);
     }
     bool says(const QByteArray &line, int times = 1) const
     {

@@ -1,5 +1,7 @@
 #include "ListedWindows.h"
 
+#include "harness/TestedBuild.h"
+
 #include <algorithm>
 #include <ostream>
 
@@ -35,7 +37,8 @@ std::ostream &operator<<(std::ostream &stream, const ListedWindow &window)
 
 ListedWindows::ListedWindows(PrivateDesktop &desktop, const QStringList &words)
     : m_process(desktop.start(u"window-list"_s,
-                              QStringList{QStringLiteral(LUMACAP_WINDOW_LIST_PROBE)} + words))
+                              QStringList{testedProgram(QStringLiteral(LUMACAP_WINDOW_LIST_PROBE))}
+                                  + words))
 {
 }
 

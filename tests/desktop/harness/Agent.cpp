@@ -1,5 +1,6 @@
 #include "harness/Agent.h"
 
+#include "harness/TestedBuild.h"
 #include "harness/WaitFor.h"
 
 #include <QDBusConnectionInterface>
@@ -29,7 +30,7 @@ QDBusMessage actionCall(const QString &action)
 
 QStringList program(const QStringList &arguments)
 {
-    return QStringList{QStringLiteral(LUMACAP_PROGRAM)} + arguments;
+    return QStringList{testedProgram(QStringLiteral(LUMACAP_PROGRAM))} + arguments;
 }
 
 Agent::Agent(TestDesktop &desktop, const QStringList &arguments, const QStringList &wrapper)

@@ -15,13 +15,6 @@ std::int64_t wakeUps(pid_t process);
 /// Waits until `process` has not woken up for `quiet`; false when `limit` passes first.
 [[nodiscard]] bool comesToRest(pid_t process, std::chrono::milliseconds quiet,
                                std::chrono::milliseconds limit = usualLimit);
-/// What a process that frees all may seem to grow by: the address sanitizer keeps what was freed.
-#ifdef __SANITIZE_ADDRESS__
-inline constexpr std::int64_t keptBySanitizer = 1LL << 30;
-#else
-inline constexpr std::int64_t keptBySanitizer = 0;
-#endif
-
 /// The memory that the process has filled, with its share of what it shares, in bytes. Files'
 /// pages, which others' ends make its own, don't count.
 std::int64_t memoryOf(pid_t process);
