@@ -10,6 +10,8 @@
 #include "platform/freedesktop/ToolkitFolderPanel.h"
 #include "platform/freedesktop/tray/TrayStatusItem.h"
 #include "platform/wayland/WaylandScreens.h"
+#include "platform/wayland/overlay/FullScreenOverlaySurface.h"
+#include "platform/wayland/overlay/LayerShellOverlaySurface.h"
 #include "platform/wlroots/ScreencopyScreenCapture.h"
 #include "platform/x11/X11OverlaySurface.h"
 #include "platform/x11/X11Pasteboard.h"
@@ -112,8 +114,28 @@ constexpr std::array windowLists{
     WindowListRow{"none", always, plain<WindowList, AbsentWindowList, ApplicationNames>},
 };
 
+bool hasLayerShell(const Session &session)
+{
+    return hasWayland(session) && wayland::LayerShellOverlaySurface::isOffered(*session.wayland());
+}
+
+bool hasWaylandWindows(const Session &session)
+{
+    return hasWayland(session) && wayland::FullScreenOverlaySurface::isOffered();
+}
+
+template <class Backend>
+std::unique_ptr<OverlaySurface> overOutputs(const Session &session)
+{
+    return std::make_unique<Backend>(*session.outputs());
+}
+
 constexpr std::array overlaySurfaces{
     Row<OverlaySurface>{"x11", hasX11Windows, overX11<OverlaySurface, x11::X11OverlaySurface>},
+    Row<OverlaySurface>{"layer-shell", hasLayerShell,
+                        overOutputs<wayland::LayerShellOverlaySurface>},
+    Row<OverlaySurface>{"full-screen", hasWaylandWindows,
+                        overOutputs<wayland::FullScreenOverlaySurface>},
     Row<OverlaySurface>{"none", always, plain<OverlaySurface, AbsentOverlaySurface>},
 };
 

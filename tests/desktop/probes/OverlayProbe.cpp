@@ -170,6 +170,7 @@ void later(QObject &context, const std::function<void()> &action)
 
 int main(int argc, char **argv)
 {
+    Session::prepareToolkit();
     const QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
     const QStringList words = QApplication::arguments();
