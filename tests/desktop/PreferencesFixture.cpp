@@ -2,8 +2,6 @@
 
 #include "harness/WaitFor.h"
 
-#include <QSettings>
-
 #include <tuple>
 
 namespace lumacap::harness {
@@ -130,11 +128,7 @@ bool PreferencesFixture::goes(const QString &name)
 
 QString PreferencesFixture::focused()
 {
-    for (const AccessibleControl &one : m_controls->all()) {
-        if (one.isFocused && !one.name.isEmpty() && one.role != u"frame"_s)
-            return one.name;
-    }
-    return {};
+    return m_controls->focused();
 }
 
 void PreferencesFixture::tabTo(const QString &name)
@@ -151,9 +145,7 @@ void PreferencesFixture::tabTo(const QString &name)
 
 std::optional<QString> PreferencesFixture::stored(const QString &key) const
 {
-    const QSettings file(desktop->folder(u"config/Lumacap"_s) + u"/Lumacap.conf"_s,
-                         QSettings::IniFormat);
-    return file.contains(key) ? std::optional(file.value(key).toString()) : std::nullopt;
+    return storedSetting(*desktop, key);
 }
 
 bool PreferencesFixture::comesToBeStored(const QString &key, const QString &value) const

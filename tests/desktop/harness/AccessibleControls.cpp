@@ -180,6 +180,15 @@ std::optional<AccessibleControl> AccessibleControls::find(const QString &name,
     return found.size() > index ? std::optional(found.at(index)) : std::nullopt;
 }
 
+QString AccessibleControls::focused() const
+{
+    for (const AccessibleControl &one : all()) {
+        if (one.isFocused && !one.name.isEmpty() && one.role != u"frame"_s)
+            return one.name;
+    }
+    return {};
+}
+
 bool AccessibleControls::shows(const QString &name) const
 {
     return !showing(name).empty();

@@ -37,6 +37,9 @@ public:
     std::vector<AccessibleControl> all() const;
     /// The `index`th that shows under this name; waits for one.
     std::optional<AccessibleControl> find(const QString &name, std::size_t index = 0) const;
+    /// The name of the one with the keyboard's focus; its shown text where it has one. Empty where
+    /// none has it.
+    QString focused() const;
     /// Whether one shows under this name now.
     bool shows(const QString &name) const;
 

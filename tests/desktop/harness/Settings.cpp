@@ -2,6 +2,7 @@
 
 #include <QFile>
 #include <QSaveFile>
+#include <QSettings>
 
 #include <stdexcept>
 
@@ -25,6 +26,13 @@ void writeSettings(const TestDesktop &desktop, const Settings &settings)
 QString storedHotkey(int keyCode, int modifiers)
 {
     return u"@ByteArray({\"keyCode\":%1,\"modifiers\":%2})"_s.arg(keyCode).arg(modifiers);
+}
+
+std::optional<QString> storedSetting(const TestDesktop &desktop, const QString &key)
+{
+    const QSettings file(desktop.folder(u"config/Lumacap"_s) + u"/Lumacap.conf"_s,
+                         QSettings::IniFormat);
+    return file.contains(key) ? std::optional(file.value(key).toString()) : std::nullopt;
 }
 
 } // namespace lumacap::harness
