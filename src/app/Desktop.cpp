@@ -13,6 +13,8 @@
 #include "platform/wayland/overlay/FullScreenOverlaySurface.h"
 #include "platform/wayland/overlay/LayerShellOverlaySurface.h"
 #include "platform/wlroots/ScreencopyScreenCapture.h"
+#include "platform/wlroots/sway/Ipc.h"
+#include "platform/wlroots/sway/SwayWindowList.h"
 #include "platform/x11/X11OverlaySurface.h"
 #include "platform/x11/X11Pasteboard.h"
 #include "platform/x11/X11ScreenCapture.h"
@@ -97,6 +99,11 @@ bool hasWayland(const Session &session)
     return session.wayland() != nullptr;
 }
 
+bool hasSway(const Session &session)
+{
+    return hasWayland(session) && sway::Ipc::isOffered(*session.wayland());
+}
+
 std::unique_ptr<Screens> waylandScreens(const Session &session)
 {
     return std::make_unique<wayland::WaylandScreens>(*session.outputs(), nullptr);
@@ -108,9 +115,15 @@ constexpr std::array screensRows{
     Row<Screens>{"none", always, plain<Screens, AbsentScreens>},
 };
 
+std::unique_ptr<WindowList> swayWindows(const Session &session, const ApplicationNames &names)
+{
+    return std::make_unique<sway::SwayWindowList>(*session.outputs(), names);
+}
+
 using WindowListRow = Row<WindowList, ApplicationNames>;
 constexpr std::array windowLists{
     WindowListRow{"x11", hasX11, overX11<WindowList, x11::X11WindowList, ApplicationNames>},
+    WindowListRow{"sway", hasSway, swayWindows},
     WindowListRow{"none", always, plain<WindowList, AbsentWindowList, ApplicationNames>},
 };
 

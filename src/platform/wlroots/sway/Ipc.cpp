@@ -1,10 +1,14 @@
 #include "platform/wlroots/sway/Ipc.h"
 
+#include "platform/wayland/Connection.h"
+
 #include <QJsonArray>
 #include <QPointer>
 
 #include <algorithm>
 #include <utility>
+
+#include <wayland-client-core.h>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
@@ -53,6 +57,16 @@ QString Ipc::path()
 {
     const QString path = qEnvironmentVariable("SWAYSOCK");
     return path.isEmpty() ? qEnvironmentVariable("I3SOCK") : path;
+}
+
+bool Ipc::isOffered(const wayland::Connection &connection)
+{
+    UnixSocket socket;
+    // One that is busy will be there in a moment.
+    if (socket.connectTo(path()) == UnixSocket::Connecting::Refused)
+        return false;
+    const auto listener = peerProcess(socket.descriptor());
+    return !listener || listener == peerProcess(wl_display_get_fd(connection.raw()));
 }
 
 void Ipc::connectToServer()
@@ -213,6 +227,7 @@ AwaitedReply::AwaitedReply(Ipc &ipc, Request request, const QByteArray &payload)
 {
     ipc.ask(request, payload, [state = m_state](const Ipc::Reply &reply) {
         state->reply = reply;
+        state->isAnswered = true;
         if (state->waiting)
             state->waiting.resume();
     });

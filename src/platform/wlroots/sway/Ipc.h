@@ -19,6 +19,10 @@
 #include <memory>
 #include <optional>
 
+namespace lumacap::wayland {
+class Connection;
+}
+
 namespace lumacap::sway {
 
 class AwaitedReply;
@@ -41,6 +45,9 @@ public:
 
     /// Where the compositor of this session listens; empty where none does.
     static QString path();
+    /// Whether somebody listens there, and the same who shows our windows: the variable may have
+    /// been left behind by another session.
+    static bool isOffered(const wayland::Connection &connection);
 
     /// Asks, after all that was asked before; `onReply` is called once, within the call where the
     /// conversation has ended.
@@ -91,13 +98,14 @@ class AwaitedReply {
 public:
     AwaitedReply(Ipc &ipc, Request request, const QByteArray &payload);
 
-    bool await_ready() const { return m_state->reply.has_value(); }
+    bool await_ready() const { return m_state->isAnswered; }
     void await_suspend(std::coroutine_handle<> waiting) { m_state->waiting = waiting; }
-    Ipc::Reply await_resume() { return m_state->reply.value(); }
+    Ipc::Reply await_resume() { return m_state->reply; }
 
 private:
     struct State {
-        std::optional<Ipc::Reply> reply;
+        Ipc::Reply reply;
+        bool isAnswered = false;
         std::coroutine_handle<> waiting;
     };
 
