@@ -15,6 +15,7 @@
 #include "platform/wlroots/ScreencopyScreenCapture.h"
 #include "platform/wlroots/sway/Ipc.h"
 #include "platform/wlroots/sway/SwayWindowList.h"
+#include "platform/wlroots/sway/hotkeys/SwayHotkeyService.h"
 #include "platform/x11/X11OverlaySurface.h"
 #include "platform/x11/X11Pasteboard.h"
 #include "platform/x11/X11ScreenCapture.h"
@@ -160,8 +161,15 @@ std::unique_ptr<HotkeyService> hotkeysOverX11(const Session & /*session*/)
     return std::make_unique<x11::X11HotkeyService>(std::move(*connection));
 }
 
+std::unique_ptr<HotkeyService> swayHotkeys(const Session &session)
+{
+    return std::make_unique<sway::SwayHotkeyService>(
+        std::make_unique<sway::SeatKeymap>(*session.wayland()));
+}
+
 constexpr std::array hotkeyServices{
     Row<HotkeyService>{"x11", hasX11, hotkeysOverX11},
+    Row<HotkeyService>{"sway", hasSway, swayHotkeys},
     Row<HotkeyService>{"none", always, plain<HotkeyService, AbsentHotkeyService>},
 };
 
