@@ -9,6 +9,8 @@
 #include "platform/freedesktop/SoftwareCentreUpdater.h"
 #include "platform/freedesktop/ToolkitFolderPanel.h"
 #include "platform/freedesktop/tray/TrayStatusItem.h"
+#include "platform/kwin/capture/KWinScreenCapture.h"
+#include "platform/kwin/capture/Screenshot.h"
 #include "platform/wayland/WaylandScreens.h"
 #include "platform/wayland/overlay/FullScreenOverlaySurface.h"
 #include "platform/wayland/overlay/LayerShellOverlaySurface.h"
@@ -89,12 +91,6 @@ std::unique_ptr<ScreenCapture> screencopy(const Session &session)
                                                               *session.outputs());
 }
 
-constexpr std::array screenCaptures{
-    Row<ScreenCapture>{"x11", hasX11, overX11<ScreenCapture, x11::X11ScreenCapture>},
-    Row<ScreenCapture>{"screencopy", copiesScreens, screencopy},
-    Row<ScreenCapture>{"none", always, plain<ScreenCapture, AbsentScreenCapture>},
-};
-
 bool hasWayland(const Session &session)
 {
     return session.wayland() != nullptr;
@@ -104,6 +100,25 @@ bool hasSway(const Session &session)
 {
     return hasWayland(session) && sway::Ipc::isOffered(*session.wayland());
 }
+
+/// Only while it can take pictures has it the name.
+bool hasKWinScreenshots(const Session &session)
+{
+    return hasWayland(session) && session.hasBusName(kwin::screenshotService);
+}
+
+std::unique_ptr<ScreenCapture> kwinScreenCapture(const Session &session)
+{
+    return std::make_unique<kwin::KWinScreenCapture>(*session.outputs(),
+                                                     QDBusConnection::sessionBus());
+}
+
+constexpr std::array screenCaptures{
+    Row<ScreenCapture>{"kwin", hasKWinScreenshots, kwinScreenCapture},
+    Row<ScreenCapture>{"x11", hasX11, overX11<ScreenCapture, x11::X11ScreenCapture>},
+    Row<ScreenCapture>{"screencopy", copiesScreens, screencopy},
+    Row<ScreenCapture>{"none", always, plain<ScreenCapture, AbsentScreenCapture>},
+};
 
 std::unique_ptr<Screens> waylandScreens(const Session &session)
 {
