@@ -1,5 +1,6 @@
 #include "app/Session.h"
 
+#include "platform/kwin/OutputOrder.h"
 #include "platform/wayland/Connection.h"
 #include "platform/wayland/Outputs.h"
 #include "platform/xcb/Connection.h"
@@ -57,6 +58,8 @@ Session Session::open()
     if (auto connection = wayland::Connection::open()) {
         session.m_wayland = std::move(*connection);
         session.m_outputs = std::make_unique<wayland::Outputs>(*session.m_wayland);
+        session.m_outputOrder =
+            std::make_unique<kwin::OutputOrder>(*session.m_wayland, *session.m_outputs);
         for (const QString &method : {u"ListNames"_s, u"ListActivatableNames"_s}) {
             for (const QString &name : namesListed(method))
                 session.m_busNames.insert(name);

@@ -12,6 +12,9 @@ namespace lumacap {
 namespace xcb {
 class Connection;
 }
+namespace kwin {
+class OutputOrder;
+}
 namespace wayland {
 class Connection;
 class Outputs;
@@ -51,6 +54,7 @@ private:
     std::unique_ptr<xcb::Connection> m_x11;
     std::unique_ptr<wayland::Connection> m_wayland;
     std::unique_ptr<wayland::Outputs> m_outputs;
+    std::unique_ptr<kwin::OutputOrder> m_outputOrder;
     QSet<QString> m_busNames;
 };
 

@@ -47,7 +47,7 @@ QImage image(Bytes bytes, const PictureLayout &layout)
 }
 
 /// With the toolkit's own length of rows.
-QImage compact(QImage picture)
+QImage compact(const QImage &picture)
 {
     constexpr qsizetype pixelBytes = 4;
     return picture.bytesPerLine() == picture.width() * pixelBytes ? picture : picture.copy();
