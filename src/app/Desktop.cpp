@@ -11,6 +11,8 @@
 #include "platform/freedesktop/tray/TrayStatusItem.h"
 #include "platform/kwin/capture/KWinScreenCapture.h"
 #include "platform/kwin/capture/Screenshot.h"
+#include "platform/kwin/pointer/KWinPointerFinder.h"
+#include "platform/kwin/windows/KWinWindowList.h"
 #include "platform/wayland/WaylandScreens.h"
 #include "platform/wayland/overlay/FullScreenOverlaySurface.h"
 #include "platform/wayland/overlay/LayerShellOverlaySurface.h"
@@ -120,9 +122,22 @@ constexpr std::array screenCaptures{
     Row<ScreenCapture>{"none", always, plain<ScreenCapture, AbsentScreenCapture>},
 };
 
+bool hasKWin(const Session &session)
+{
+    return hasWayland(session) && session.hasBusName(u"org.kde.KWin"_s);
+}
+
+/// Null where nobody finds the pointer.
+std::unique_ptr<wayland::PointerFinder> pointerFinder(const Session &session)
+{
+    if (hasKWin(session))
+        return std::make_unique<kwin::KWinPointerFinder>(QDBusConnection::sessionBus());
+    return nullptr;
+}
+
 std::unique_ptr<Screens> waylandScreens(const Session &session)
 {
-    return std::make_unique<wayland::WaylandScreens>(*session.outputs(), nullptr);
+    return std::make_unique<wayland::WaylandScreens>(*session.outputs(), pointerFinder(session));
 }
 
 constexpr std::array screensRows{
@@ -137,7 +152,14 @@ std::unique_ptr<WindowList> swayWindows(const Session &session, const Applicatio
 }
 
 using WindowListRow = Row<WindowList, ApplicationNames>;
+std::unique_ptr<WindowList> kwinWindowList(const Session &session, const ApplicationNames &names)
+{
+    return std::make_unique<kwin::KWinWindowList>(*session.outputs(), names,
+                                                  QDBusConnection::sessionBus());
+}
+
 constexpr std::array windowLists{
+    WindowListRow{"kwin", hasKWin, kwinWindowList},
     WindowListRow{"x11", hasX11, overX11<WindowList, x11::X11WindowList, ApplicationNames>},
     WindowListRow{"sway", hasSway, swayWindows},
     WindowListRow{"none", always, plain<WindowList, AbsentWindowList, ApplicationNames>},
