@@ -1,6 +1,7 @@
 #include "app/AppDelegate.h"
 
 #include "app/Desktop.h"
+#include "app/Shortcuts.h"
 #include "app/StatusBarController.h"
 #include "capture/CaptureEngine.h"
 #include "capture/ImageSaver.h"
@@ -29,12 +30,6 @@ namespace {
 /// For how long the end of the agent is put off for captures: one that a server answers is long
 /// done.
 constexpr auto captureLimit = 15s;
-
-/// The numbers of the shortcuts.
-namespace hotkey {
-constexpr std::uint32_t fullScreen = 1;
-constexpr std::uint32_t selection = 2;
-} // namespace hotkey
 
 } // namespace
 

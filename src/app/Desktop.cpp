@@ -2,6 +2,7 @@
 
 #include "app/AbsentServices.h"
 #include "app/Session.h"
+#include "app/Shortcuts.h"
 #include "platform/freedesktop/AutostartLoginItem.h"
 #include "platform/freedesktop/CanberraSoundPlayer.h"
 #include "platform/freedesktop/DesktopEntryNames.h"
@@ -11,6 +12,7 @@
 #include "platform/freedesktop/tray/TrayStatusItem.h"
 #include "platform/kwin/capture/KWinScreenCapture.h"
 #include "platform/kwin/capture/Screenshot.h"
+#include "platform/kwin/hotkeys/KWinHotkeyService.h"
 #include "platform/kwin/pointer/KWinPointerFinder.h"
 #include "platform/kwin/windows/KWinWindowList.h"
 #include "platform/wayland/WaylandScreens.h"
@@ -204,7 +206,23 @@ std::unique_ptr<HotkeyService> swayHotkeys(const Session &session)
         std::make_unique<sway::SeatKeymap>(*session.wayland()));
 }
 
+bool hasKWinShortcuts(const Session &session)
+{
+    return hasKWin(session) && session.hasBusName(u"org.kde.kglobalaccel"_s);
+}
+
+std::unique_ptr<HotkeyService> hotkeysOverKWin(const Session &session)
+{
+    const kwin::KWinHotkeyService::Actions actions{
+        {hotkey::fullScreen, {u"full-screen"_s, u"Capture plein ecran"_s}},
+        {hotkey::selection, {u"selection"_s, u"Capture selection"_s}},
+    };
+    return std::make_unique<kwin::KWinHotkeyService>(*session.wayland(),
+                                                     QDBusConnection::sessionBus(), actions);
+}
+
 constexpr std::array hotkeyServices{
+    Row<HotkeyService>{"kwin", hasKWinShortcuts, hotkeysOverKWin},
     Row<HotkeyService>{"x11", hasX11, hotkeysOverX11},
     Row<HotkeyService>{"sway", hasSway, swayHotkeys},
     Row<HotkeyService>{"none", always, plain<HotkeyService, AbsentHotkeyService>},

@@ -106,8 +106,9 @@ bool coversForUs(const WindowFacts &facts)
 std::vector<WindowFacts> windowFacts(const QByteArray &told)
 {
     std::vector<WindowFacts> windows;
-    for (const QJsonValue &value : QJsonDocument::fromJson(told).array()) {
-        if (auto facts = factsOf(value.toObject()))
+    const QJsonArray list = QJsonDocument::fromJson(told).array();
+    for (qsizetype index = 0; index < list.size(); ++index) {
+        if (auto facts = factsOf(list.at(index).toObject()))
             windows.push_back(*std::move(facts));
     }
     return windows;
