@@ -108,9 +108,20 @@ QString SwayDesktop::writeConfiguration(const SwayOptions &options) const
     return file.fileName();
 }
 
+Answer SwayDesktop::tell(const QStringList &words)
+{
+    // Its socket has room for three who wait: with more, a connection is refused.
+    Answer said;
+    require("sway's socket", [&] {
+        said = ask(QStringList{u"swaymsg"_s} + words);
+        return !said.errors.contains("Unable to connect");
+    });
+    return said;
+}
+
 QByteArray SwayDesktop::answer(const QString &question)
 {
-    const Answer said = ask({u"swaymsg"_s, u"--raw"_s, u"--type"_s, question});
+    const Answer said = tell({u"--raw"_s, u"--type"_s, question});
     if (said.ending != Ending{})
         throw std::runtime_error("sway does not answer: " + said.errors.toStdString());
     return said.output;
@@ -118,7 +129,7 @@ QByteArray SwayDesktop::answer(const QString &question)
 
 void SwayDesktop::command(const QString &command)
 {
-    const Answer said = ask({u"swaymsg"_s, command});
+    const Answer said = tell({command});
     if (said.ending != Ending{})
         throw std::runtime_error("sway refused: " + (said.output + said.errors).toStdString());
 }

@@ -47,6 +47,7 @@ public:
     void end() const { m_sway->terminate(); }
 
 private:
+    Answer tell(const QStringList &words);
     QString writeConfiguration(const SwayOptions &options) const;
 
     Process *m_sway = nullptr;
