@@ -15,6 +15,8 @@ struct CapturedScreen {
     QSize pixelSize;
     /// Of the first screen, in global units: what window lists count down from.
     double firstScreenHeight = 0;
+    /// How many device pixels before the right and the lower edge the pointer is stopped.
+    double pointerStep = 1;
 
     /// The canvas in points: the pixels divided by the scale.
     Rect<Canvas> bounds() const

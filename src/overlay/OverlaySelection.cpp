@@ -18,11 +18,12 @@ constexpr double dragThreshold = 5;
 
 /// A pointer's place is the upper left corner of its pixel. In the last column or row, beyond which
 /// no pointer goes, it means the edge of the screen, which could not be reached otherwise.
-Point<Canvas> atEdge(Point<Canvas> place, const CanvasMeasure &canvas)
+Point<Canvas> atEdge(Point<Canvas> place, const CapturedScreen &screen)
 {
-    const double pixel = 1.0 / canvas.scale;
-    return {place.x >= canvas.size.width - pixel ? std::max(place.x, canvas.size.width) : place.x,
-            place.y <= pixel ? std::min(place.y, 0.0) : place.y};
+    const double last = screen.pointerStep / screen.scale;
+    const Size size = screen.bounds().size;
+    return {place.x >= size.width - last ? std::max(place.x, size.width) : place.x,
+            place.y <= last ? std::min(place.y, 0.0) : place.y};
 }
 
 } // namespace
@@ -102,8 +103,8 @@ std::optional<Rect<Canvas>> OverlayView::draggedRect() const
 {
     if (!isSelecting() || !m_isDragging || !m_dragOrigin || !m_currentDragPoint)
         return std::nullopt;
-    const Point<Canvas> from = atEdge(m_screen.toCanvas(*m_dragOrigin), m_canvas);
-    const Point<Canvas> to = atEdge(m_screen.toCanvas(*m_currentDragPoint), m_canvas);
+    const Point<Canvas> from = atEdge(m_screen.toCanvas(*m_dragOrigin), m_screen);
+    const Point<Canvas> to = atEdge(m_screen.toCanvas(*m_currentDragPoint), m_screen);
     return Rect<Canvas>{from, to - from}.standardized();
 }
 

@@ -17,6 +17,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cmath>
 #include <ranges>
 
 using namespace std::chrono_literals;
@@ -145,22 +146,43 @@ void OverlayView::redisplay()
     paintOverlay(m_picture, m_frozenImage, m_dimmedImage, next, m_canvas, pixels);
     m_shown = next;
     runAnimation();
+    const QSizeF ratio = pixelsAUnit();
     for (const QRect &rect : pixels) {
-        const QRectF shown(QPointF(rect.topLeft()) / devicePixelRatio(),
-                           QSizeF(rect.size()) / devicePixelRatio());
+        const QRectF shown(rect.x() / ratio.width(), rect.y() / ratio.height(),
+                           rect.width() / ratio.width(), rect.height() / ratio.height());
         update(shown.toAlignedRect());
     }
 }
 
-void OverlayView::paintEvent(QPaintEvent *event)
+/// The toolkit's ratio, but where the desktop's scale is none that the toolkit knows: there it
+/// draws for the next whole one, and the compositor fits that into the screen's pixels.
+QSizeF OverlayView::pixelsAUnit() const
 {
     const double ratio = devicePixelRatio();
+    const QSizeF beyond = QSizeF(size()) * ratio - QSizeF(m_picture.size());
+    const auto isLessThanAUnit = [ratio](double pixels) { return std::abs(pixels) < ratio; };
+    if (isLessThanAUnit(beyond.width()) && isLessThanAUnit(beyond.height()))
+        return {ratio, ratio};
+    if (size().isEmpty())
+        return {ratio, ratio};
+    return {static_cast<double>(m_picture.width()) / width(),
+            static_cast<double>(m_picture.height()) / height()};
+}
+
+void OverlayView::paintEvent(QPaintEvent *event)
+{
+    const QSizeF ratio = pixelsAUnit();
     QPainter painter(this);
     painter.setCompositionMode(QPainter::CompositionMode_Source);
-    painter.scale(1 / ratio, 1 / ratio); // pixel for pixel
+    painter.scale(1 / ratio.width(), 1 / ratio.height()); // pixel for pixel
+    if (ratio.width() != devicePixelRatio()) { // a part would not be put quite where the whole is
+        painter.drawImage(0, 0, m_picture);
+        return;
+    }
     for (const QRect &rect : event->region()) {
         const QRect pixels =
-            QRectF(QPointF(rect.topLeft()) * ratio, QSizeF(rect.size()) * ratio).toAlignedRect()
+            QRectF(QPointF(rect.topLeft()) * ratio.width(), QSizeF(rect.size()) * ratio.width())
+                .toAlignedRect()
             & m_picture.rect();
         painter.setClipRect(pixels); // or the toolkit wakes its threads to copy a few rows
         painter.drawImage(pixels.topLeft(), m_picture, pixels);
@@ -169,15 +191,18 @@ void OverlayView::paintEvent(QPaintEvent *event)
 
 Point<Canvas> OverlayView::viewLocation(QPointF widgetPoint) const
 {
-    const QPointF pixels = widgetPoint * devicePixelRatio();
-    return {pixels.x() / m_canvas.scale, m_canvas.size.height - pixels.y() / m_canvas.scale};
+    const QSizeF ratio = pixelsAUnit();
+    return {widgetPoint.x() * ratio.width() / m_canvas.scale,
+            m_canvas.size.height - widgetPoint.y() * ratio.height() / m_canvas.scale};
 }
 
 QRect OverlayView::widgetRect(const Rect<Canvas> &rect) const
 {
-    const double units = unitsAPoint();
-    return QRectF(rect.minX() * units, (m_canvas.size.height - rect.maxY()) * units,
-                  rect.width() * units, rect.height() * units)
+    const QSizeF ratio = pixelsAUnit();
+    const double across = m_canvas.scale / ratio.width();
+    const double down = m_canvas.scale / ratio.height();
+    return QRectF(rect.minX() * across, (m_canvas.size.height - rect.maxY()) * down,
+                  rect.width() * across, rect.height() * down)
         .toRect();
 }
 

@@ -52,8 +52,8 @@ public:
 
     const CanvasMeasure &canvas() const { return m_canvas; }
 
-    /// Widget units for one canvas point: 1 unless the toolkit's scale is no whole number.
-    double unitsAPoint() const { return m_canvas.scale / devicePixelRatio(); }
+    /// Widget units for one canvas point: 1 unless the desktop's scale is no whole number.
+    double unitsAPoint() const { return m_canvas.scale / pixelsAUnit().width(); }
 
     /// Lays `toolbar`, a child, over `frame`: what happens there is left to it.
     void setToolbarFrame(QWidget &toolbar, const Rect<Canvas> &frame);
@@ -123,6 +123,8 @@ private:
     /// Hides the pointer, whose place the drawn cross takes.
     static const QCursor &invisibleCursor();
 
+    /// The screen's device pixels behind one widget unit, in both directions.
+    QSizeF pixelsAUnit() const;
     Point<Canvas> viewLocation(QPointF widgetPoint) const;
     QRect widgetRect(const Rect<Canvas> &rect) const;
 

@@ -114,7 +114,8 @@ CapturedScreen OverlayWindowController::capturedScreen(const Screen &screen, QSi
 {
     const std::vector<Screen> screens = m_services.screens.screens();
     const double height = screens.empty() ? 0 : screens.front().frame.height();
-    return {screen.frame, static_cast<int>(screen.backingScaleFactor), pixelSize, height};
+    return {screen.frame, static_cast<int>(screen.backingScaleFactor), pixelSize, height,
+            screen.pointerStep};
 }
 
 void OverlayWindowController::presentOverlay(const QImage &frozenImage, const Screen &screen)

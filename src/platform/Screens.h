@@ -17,6 +17,9 @@ struct Screen {
     Rect<Global> frame;
     /// Device pixels a point: a whole number, at least 1, on every real screen.
     double backingScaleFactor = 1;
+    /// How many device pixels before the right and the lower edge the pointer is stopped, by a
+    /// desktop that counts its places in units of several.
+    double pointerStep = 1;
 
     friend bool operator==(const Screen &, const Screen &) = default;
 };
@@ -38,8 +41,8 @@ public:
     /// All screens, the main one first.
     virtual std::vector<Screen> screens() const = 0;
 
-    /// Where the pointer is, or was at the end of the last `prepare`; nothing where the desktop does
-    /// not tell.
+    /// Where the pointer is, or was at the end of the last `prepare`; nothing where the desktop
+    /// does not tell.
     virtual std::optional<Point<Global>> pointerPosition() const = 0;
 };
 

@@ -10,12 +10,14 @@ DisplayId Output::id() const
     return displayIdOf(name);
 }
 
+double Output::scale() const
+{
+    return frame.width() > 0 ? static_cast<double>(pixels.width()) / frame.width() : 1;
+}
+
 double Output::backingFactor() const
 {
-    if (frame.width() <= 0)
-        return 1;
-    const double scale = static_cast<double>(pixels.width()) / frame.width();
-    return std::max(1.0, std::floor(scale + 0.5));
+    return std::max(1.0, std::floor(scale() + 0.5));
 }
 
 DisplayId displayIdOf(QStringView outputName)
@@ -48,7 +50,7 @@ std::vector<Screen> screensOf(const std::vector<Output> &outputs)
     for (const Output &output : outputs) {
         const double height = outputs.front().frame.height();
         screens.push_back({output.id(), toGlobal(topLeftFrame(output.frame, outputs), height),
-                           output.backingFactor()});
+                           output.backingFactor(), std::max(1.0, output.scale())});
     }
     return screens;
 }

@@ -29,6 +29,8 @@ struct Output {
     std::int32_t transform = 0;
 
     DisplayId id() const;
+    /// Native pixels a unit of the compositor's.
+    double scale() const;
     /// The desktop's scale as a whole number: rounded, halves up, at least 1.
     double backingFactor() const;
 

@@ -112,6 +112,28 @@ TEST_F(OverlayViewTest, aDragToTheLeftOrDownSelectsANonNegativeSize)
     EXPECT_EQ(m_store.selectedViewRect, (Rect<Canvas>{{100, 80}, {150, 120}}));
 }
 
+/// On a desktop whose scale is a fraction, four units are five pixels.
+TEST_F(OverlayViewTest, aDragWhereUnitsAreFractionsOfPixelsSelectsThePixelsUnderIt)
+{
+    show({{{0, 0}, {320, 240}}, 1, {400, 300}, 240});
+    m_view->resize(320, 240);
+
+    m_pointer->drag(40, 80, 200, 160);
+
+    EXPECT_EQ(m_store.selectedViewRect, (Rect<Canvas>{{50, 100}, {200, 100}}));
+}
+
+TEST_F(OverlayViewTest, whereThePointerStopsBeforeTheEdgeItMeansTheEdge)
+{
+    show({{{0, 0}, {200, 150}}, 2, {400, 300}, 150, 2});
+    m_view->resize(200, 150);
+    constexpr double lastUnit = 199;
+
+    m_pointer->drag(100, 75, lastUnit, 1);
+
+    EXPECT_EQ(m_store.selectedViewRect, (Rect<Canvas>{{100, 0}, {100, 75}}));
+}
+
 TEST_F(OverlayViewTest, aDragNamesTheApplicationUnderItsMiddle)
 {
     m_windows.all = {window(u"Editor"_s, {{50, 40}, {100, 80}})};
