@@ -11,7 +11,7 @@ namespace lumacap::harness {
 struct SwayOutput {
     QSize mode{1280, 800};
     double scale = 1;
-    QPoint place; ///< the compositor's units
+    QPoint place{}; ///< the compositor's units
     QString transform = QStringLiteral("normal"); ///< as sway names it: "90"
 };
 
