@@ -16,6 +16,7 @@
 #include "platform/kwin/pointer/KWinPointerFinder.h"
 #include "platform/kwin/windows/KWinWindowList.h"
 #include "platform/wayland/WaylandScreens.h"
+#include "platform/wayland/clipboard/DataControlPasteboard.h"
 #include "platform/wayland/overlay/FullScreenOverlaySurface.h"
 #include "platform/wayland/overlay/LayerShellOverlaySurface.h"
 #include "platform/wlroots/ScreencopyScreenCapture.h"
@@ -228,8 +229,19 @@ constexpr std::array hotkeyServices{
     Row<HotkeyService>{"none", always, plain<HotkeyService, AbsentHotkeyService>},
 };
 
+bool controlsData(const Session &session)
+{
+    return hasWayland(session) && wayland::DataControlPasteboard::isOffered(*session.wayland());
+}
+
+std::unique_ptr<Pasteboard> dataControl(const Session &session)
+{
+    return std::make_unique<wayland::DataControlPasteboard>(*session.wayland());
+}
+
 constexpr std::array pasteboards{
     Row<Pasteboard>{"x11", hasX11, overX11<Pasteboard, x11::X11Pasteboard>},
+    Row<Pasteboard>{"data-control", controlsData, dataControl},
     Row<Pasteboard>{"none", always, plain<Pasteboard, AbsentPasteboard>},
 };
 

@@ -64,7 +64,7 @@ TEST_P(OverlayTest, givesItsChildrenTheirEvents)
 
     desktop->input().click({815, 20});
 
-    EXPECT_TRUE(says(process, "press in child 5.5 10.5"));
+    EXPECT_TRUE(says(process, "press in child 5.5 10.5")) << process.output().constData();
 }
 
 TEST_P(OverlayTest, givesTheKeyboardBack)

@@ -8,42 +8,40 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-/// The native pixels of `output` that a drag between two places holds at least a part of. The
-/// pointer is in the middle of a unit.
+/// The native pixels of `output` that a drag between two places selects: from the nearest ones on,
+/// as many as are full. The pointer is in the middle of a unit.
 QRect draggedPixels(const TestOutput &output, QPoint from, QPoint to)
 {
-    const double scale = static_cast<double>(output.pixels.width()) / output.frame.width();
-    const auto first = [scale](int unit) {
-        return static_cast<int>(std::floor((unit + 0.5) * scale));
-    };
-    const auto end = [scale](int unit) {
-        return static_cast<int>(std::ceil((unit + 0.5) * scale));
-    };
-    const QPoint topLeft(first(from.x()), first(from.y()));
-    return {topLeft, QSize(end(to.x()) - topLeft.x(), end(to.y()) - topLeft.y())};
+    const double across = static_cast<double>(output.pixels.width()) / output.frame.width();
+    const double down = static_cast<double>(output.pixels.height()) / output.frame.height();
+    const auto whole = [](double pixels) { return static_cast<int>(std::floor(pixels)); };
+    return {whole((from.x() + 0.5) * across + 0.5), whole((from.y() + 0.5) * down + 0.5),
+            whole((to.x() - from.x()) * across), whole((to.y() - from.y()) * down)};
 }
 
 struct Layout {
     const char *name;
+    /// The first of them is selected on.
     std::vector<SwayOutput> outputs;
-    /// Of the output that is selected on, counted from 1.
-    int number;
 };
 
-struct SelectionScalesTest : SwayAgentFixture, testing::WithParamInterface<Layout> { };
+struct SelectionScalesTest : SwayAgentFixture, testing::WithParamInterface<Layout> {
+    void openOverlayOnTheFirst()
+    {
+        startDesktop({.outputs = GetParam().outputs});
+        output = desktop->outputs().front();
+        startAgent();
+        openOverlay();
+    }
+
+    TestOutput output;
+};
 
 TEST_P(SelectionScalesTest, aDragSavesExactlyTheNativePixelsUnderIt)
 {
-    startDesktop({.outputs = GetParam().outputs});
-    const QString name = u"HEADLESS-%1"_s.arg(GetParam().number);
-    const TestOutput output =
-        desktop->outputs().at(static_cast<std::size_t>(GetParam().number - 1));
-    startAgent();
-    desktop->command(u"focus output %1"_s.arg(name));
-    desktop->input().moveTo(output.frame.topLeft() + QPoint(2, 2));
-    openOverlay(name);
-    const QPoint from(101, 75);
-    const QPoint to(350, 297);
+    openOverlayOnTheFirst();
+    const QPoint from(101, 175);
+    const QPoint to(350, 397);
 
     desktop->input().drag(output.frame.topLeft() + from, output.frame.topLeft() + to);
     desktop->input().press({evdev::enter});
@@ -51,19 +49,37 @@ TEST_P(SelectionScalesTest, aDragSavesExactlyTheNativePixelsUnderIt)
     const QRect expected = draggedPixels(output, from, to);
     const QImage saved = savedPicture();
     EXPECT_EQ(saved.size(), expected.size());
-    EXPECT_EQ(differingPixels(painted[name].copy(expected), saved), 0);
-    EXPECT_TRUE(waitFor([&] { return showsPlainly(name); }));
+    EXPECT_EQ(differingPixels(painted[output.name].copy(expected), saved), 0);
+    EXPECT_TRUE(waitFor([this] { return showsPlainly(); }));
+}
+
+TEST_P(SelectionScalesTest, aDragToTheCornerHoldsTheOutermostPixels)
+{
+    openOverlayOnTheFirst();
+    const QPoint from(output.frame.width() / 2, output.frame.height() / 2);
+    const QPoint last(output.frame.width() - 1, output.frame.height() - 1);
+
+    desktop->input().drag(output.frame.topLeft() + from, output.frame.topLeft() + last);
+    desktop->input().press({evdev::enter});
+
+    const QImage &whole = painted[output.name];
+    const QPoint first = draggedPixels(output, from, last).topLeft();
+    const QImage saved = savedPicture();
+    // Its first pixels are the nearest ones, and of its length only full ones count.
+    EXPECT_NEAR(saved.width(), whole.width() - first.x(), 1);
+    EXPECT_NEAR(saved.height(), whole.height() - first.y(), 1);
+    EXPECT_EQ(differingPixels(whole.copy({first, saved.size()}), saved), 0);
 }
 
 INSTANTIATE_TEST_SUITE_P(
     On, SelectionScalesTest,
     testing::Values(
-        Layout{"Scale1", {{}}, 1}, Layout{"Scale1And25", {{{1250, 1000}, 1.25}}, 1},
-        Layout{"Scale1And50", {{{1500, 900}, 1.5}}, 1}, Layout{"Scale2", {{{1600, 1000}, 2}}, 1},
-        Layout{"TurnedAtScale2", {{{1600, 1000}, 2, {}, u"90"_s}}, 1},
-        Layout{"Scale2BesideScale1", {{{1280, 800}, 1}, {{1600, 1000}, 2, {1280, 0}}}, 2},
-        Layout{"Scale1And50BesideScale2", {{{1600, 1000}, 2}, {{1500, 900}, 1.5, {800, 0}}}, 2},
-        Layout{"Scale1BelowScale1And25", {{{1250, 1000}, 1.25}, {{1280, 800}, 1, {0, 800}}}, 2}),
+        Layout{"Scale1", {{}}}, Layout{"Scale1And25", {{{1250, 1000}, 1.25}}},
+        Layout{"Scale1And50", {{{1500, 900}, 1.5}}}, Layout{"Scale2", {{{1600, 1000}, 2}}},
+        Layout{"TurnedAtScale2", {{{1800, 1400}, 2, {}, u"90"_s}}},
+        Layout{"Scale2BesideScale1", {{{1600, 1000}, 2, {1280, 0}}, {{1280, 800}, 1}}},
+        Layout{"Scale1And50BesideScale2", {{{1500, 900}, 1.5, {800, 0}}, {{1600, 1000}, 2}}},
+        Layout{"Scale1BelowScale1And25", {{{1280, 800}, 1, {0, 800}}, {{1250, 1000}, 1.25}}}),
     [](const auto &layout) { return layout.param.name; });
 
 } // namespace

@@ -1,0 +1,178 @@
+#include "platform/wayland/clipboard/DataControlPasteboard.h"
+
+#include "platform/wayland/Connection.h"
+#include "platform/wayland/clipboard/PipeWriter.h"
+
+#include <QCoroTimer>
+#include <QDeadlineTimer>
+#include <QPointer>
+
+#include <algorithm>
+#include <chrono>
+#include <utility>
+
+#include <protocols/wlr-data-control-unstable-v1.h>
+#include <unistd.h>
+#include <wayland-client-protocol.h>
+
+using namespace std::chrono_literals;
+
+namespace lumacap::wayland {
+
+namespace {
+
+constexpr std::uint32_t managerVersion = 2;
+constexpr std::uint32_t seatVersion = 5; // the one that is let go by a request
+
+/// How long a clipboard manager may take to begin to read, and all readers to end.
+constexpr auto beginLimit = 500ms;
+constexpr auto endLimit = 5s;
+constexpr auto betweenLooks = 20ms;
+
+DataControlPasteboard &self(void *data)
+{
+    return *static_cast<DataControlPasteboard *>(data);
+}
+
+void endSeat(wl_seat *seat)
+{
+    if (wl_seat_get_version(seat) >= WL_SEAT_RELEASE_SINCE_VERSION)
+        wl_seat_release(seat);
+    else
+        wl_seat_destroy(seat);
+}
+
+/// What others have copied is offered to us, too, and holds the compositor's memory until it is let
+/// go.
+void decline(zwlr_data_control_offer_v1 *offer)
+{
+    if (offer != nullptr)
+        zwlr_data_control_offer_v1_destroy(offer);
+}
+
+} // namespace
+
+bool DataControlPasteboard::isOffered(const Connection &connection)
+{
+    return connection.offers(zwlr_data_control_manager_v1_interface)
+        && connection.offers(wl_seat_interface);
+}
+
+DataControlPasteboard::DataControlPasteboard(Connection &connection)
+    : m_connection(connection)
+    , m_manager(connection.bind(zwlr_data_control_manager_v1_interface, managerVersion,
+                                &zwlr_data_control_manager_v1_destroy))
+{
+}
+
+DataControlPasteboard::~DataControlPasteboard() = default;
+
+const zwlr_data_control_device_v1_listener &DataControlPasteboard::deviceListener()
+{
+    static constexpr zwlr_data_control_device_v1_listener listener{
+        .data_offer = [](void * /*data*/, zwlr_data_control_device_v1 * /*device*/,
+                         zwlr_data_control_offer_v1 * /*offer*/) {},
+        .selection = [](void * /*data*/, zwlr_data_control_device_v1 * /*device*/,
+                        zwlr_data_control_offer_v1 *offer) { decline(offer); },
+        .finished = [](void *data,
+                       zwlr_data_control_device_v1 * /*device*/) { self(data).endDevice(); },
+        .primary_selection = [](void * /*data*/, zwlr_data_control_device_v1 * /*device*/,
+                                zwlr_data_control_offer_v1 *offer) { decline(offer); },
+    };
+    return listener;
+}
+
+const zwlr_data_control_source_v1_listener &DataControlPasteboard::sourceListener()
+{
+    static constexpr zwlr_data_control_source_v1_listener listener{
+        .send = [](void *data, zwlr_data_control_source_v1 * /*source*/, const char *type,
+                   std::int32_t descriptor) { self(data).send(type, descriptor); },
+        .cancelled = [](void *data,
+                        zwlr_data_control_source_v1 * /*source*/) { self(data).endSource(); },
+    };
+    return listener;
+}
+
+/// Null while there is no seat.
+zwlr_data_control_device_v1 *DataControlPasteboard::device()
+{
+    if (m_device != nullptr)
+        return m_device.get();
+    m_seat = m_connection.bind(wl_seat_interface, seatVersion, &endSeat);
+    if (m_seat == nullptr)
+        return nullptr;
+    m_device = owned(zwlr_data_control_manager_v1_get_data_device(m_manager.get(), m_seat.get()),
+                     &zwlr_data_control_device_v1_destroy);
+    zwlr_data_control_device_v1_add_listener(m_device.get(), &deviceListener(), this);
+    return m_device.get();
+}
+
+/// The seat has gone. There may be another one when something is written next.
+void DataControlPasteboard::endDevice()
+{
+    endSource();
+    m_device.reset();
+    m_seat.reset();
+}
+
+void DataControlPasteboard::endSource()
+{
+    m_source.reset();
+    m_item.reset();
+}
+
+void DataControlPasteboard::clearContents()
+{
+    if (device() != nullptr)
+        zwlr_data_control_device_v1_set_selection(device(), nullptr);
+    endSource();
+    m_connection.flush();
+}
+
+void DataControlPasteboard::write(std::unique_ptr<PasteboardItem> item)
+{
+    if (device() == nullptr)
+        return;
+    auto source = owned(zwlr_data_control_manager_v1_create_data_source(m_manager.get()),
+                        &zwlr_data_control_source_v1_destroy);
+    zwlr_data_control_source_v1_add_listener(source.get(), &sourceListener(), this);
+    for (const QByteArray &type : item->types())
+        zwlr_data_control_source_v1_offer(source.get(), type.constData());
+    zwlr_data_control_device_v1_set_selection(device(), source.get());
+    m_source = std::move(source); // the older one goes when it is no longer the selection
+    m_item = std::move(item);
+    m_sinceWrite.start();
+    m_connection.flush();
+}
+
+void DataControlPasteboard::send(const QByteArray &type, int descriptor)
+{
+    const bool isOffered = m_item && m_item->types().contains(type);
+    const QByteArray bytes = isOffered ? m_item->bytes(type) : QByteArray();
+    if (bytes.isEmpty()) {
+        close(descriptor);
+        return;
+    }
+    auto &writer = *m_writers.emplace_back(std::make_unique<PipeWriter>(descriptor, bytes));
+    // Not within its own signal.
+    connect(
+        &writer, &PipeWriter::ended, this,
+        [this, ended = &writer] {
+            std::erase_if(m_writers, [ended](const auto &one) { return one.get() == ended; });
+        },
+        Qt::QueuedConnection);
+    writer.start();
+}
+
+QCoro::Task<> DataControlPasteboard::handOver()
+{
+    const QPointer self{this};
+    const QDeadlineTimer deadline(endLimit);
+    const auto mayBegin = [this] {
+        return m_source != nullptr && !m_sinceWrite.hasExpired(beginLimit.count());
+    };
+    while (self && (!m_writers.empty() || mayBegin()) && !deadline.hasExpired())
+        co_await QCoro::sleepFor(betweenLooks);
+}
+
+} // namespace lumacap::wayland
