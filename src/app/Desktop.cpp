@@ -15,12 +15,14 @@
 #include "platform/kwin/hotkeys/KWinHotkeyService.h"
 #include "platform/kwin/pointer/KWinPointerFinder.h"
 #include "platform/kwin/windows/KWinWindowList.h"
+#include "platform/wayland/ProbePointerFinder.h"
 #include "platform/wayland/WaylandScreens.h"
 #include "platform/wayland/clipboard/DataControlPasteboard.h"
 #include "platform/wayland/overlay/FullScreenOverlaySurface.h"
 #include "platform/wayland/overlay/LayerShellOverlaySurface.h"
 #include "platform/wlroots/ScreencopyScreenCapture.h"
 #include "platform/wlroots/sway/Ipc.h"
+#include "platform/wlroots/sway/SwayPointerFinder.h"
 #include "platform/wlroots/sway/SwayWindowList.h"
 #include "platform/wlroots/sway/hotkeys/SwayHotkeyService.h"
 #include "platform/x11/X11OverlaySurface.h"
@@ -96,6 +98,20 @@ std::unique_ptr<ScreenCapture> screencopy(const Session &session)
                                                               *session.outputs());
 }
 
+/// The first row that the session offers, or the one that the environment names if it is offered.
+/// Every table ends with a row that always is.
+template <class Rows, class... Needs>
+auto choose(const Rows &rows, const Session &session, const char *variable, const Needs &...needs)
+{
+    const QByteArray forced = qgetenv(variable);
+    for (const auto &row : rows) {
+        const bool isAskedFor = forced.isEmpty() || row.name == std::string_view(forced);
+        if (isAskedFor && row.isOffered(session))
+            return row.make(session, needs...);
+    }
+    return rows.back().make(session, needs...);
+}
+
 bool hasWayland(const Session &session)
 {
     return session.wayland() != nullptr;
@@ -130,17 +146,44 @@ bool hasKWin(const Session &session)
     return hasWayland(session) && session.hasBusName(u"org.kde.KWin"_s);
 }
 
-/// Null where nobody finds the pointer.
-std::unique_ptr<wayland::PointerFinder> pointerFinder(const Session &session)
+std::unique_ptr<wayland::PointerFinder> kwinPointer(const Session & /*session*/)
 {
-    if (hasKWin(session))
-        return std::make_unique<kwin::KWinPointerFinder>(QDBusConnection::sessionBus());
+    return std::make_unique<kwin::KWinPointerFinder>(QDBusConnection::sessionBus());
+}
+
+bool canCoverOutputs(const Session &session)
+{
+    return wayland::ProbePointerFinder::isOffered(*session.wayland());
+}
+
+std::unique_ptr<wayland::PointerFinder> probedPointer(const Session &session)
+{
+    return std::make_unique<wayland::ProbePointerFinder>(*session.wayland(), *session.outputs());
+}
+
+std::unique_ptr<wayland::PointerFinder> swayPointer(const Session &session)
+{
+    return std::make_unique<sway::SwayPointerFinder>(
+        sway::Ipc::path(), canCoverOutputs(session) ? probedPointer(session) : nullptr);
+}
+
+std::unique_ptr<wayland::PointerFinder> nobody(const Session & /*session*/)
+{
     return nullptr;
 }
 
+/// For sessions with a Wayland compositor.
+constexpr std::array pointerFinders{
+    Row<wayland::PointerFinder>{"kwin", hasKWin, kwinPointer},
+    Row<wayland::PointerFinder>{"sway", hasSway, swayPointer},
+    Row<wayland::PointerFinder>{"probe", canCoverOutputs, probedPointer},
+    Row<wayland::PointerFinder>{"none", always, nobody},
+};
+
 std::unique_ptr<Screens> waylandScreens(const Session &session)
 {
-    return std::make_unique<wayland::WaylandScreens>(*session.outputs(), pointerFinder(session));
+    return std::make_unique<wayland::WaylandScreens>(
+        *session.outputs(), choose(pointerFinders, session, "LUMACAP_POINTER_FINDER"));
 }
 
 constexpr std::array screensRows{
@@ -244,20 +287,6 @@ constexpr std::array pasteboards{
     Row<Pasteboard>{"data-control", controlsData, dataControl},
     Row<Pasteboard>{"none", always, plain<Pasteboard, AbsentPasteboard>},
 };
-
-/// The first row that the session offers, or the one that the environment names if it is offered.
-/// Every table ends with a row that always is.
-template <class Rows, class... Needs>
-auto choose(const Rows &rows, const Session &session, const char *variable, const Needs &...needs)
-{
-    const QByteArray forced = qgetenv(variable);
-    for (const auto &row : rows) {
-        const bool isAskedFor = forced.isEmpty() || row.name == std::string_view(forced);
-        if (isAskedFor && row.isOffered(session))
-            return row.make(session, needs...);
-    }
-    return rows.back().make(session, needs...);
-}
 
 QString settingsPath()
 {
