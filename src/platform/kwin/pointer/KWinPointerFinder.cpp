@@ -41,11 +41,12 @@ std::optional<QPointF> pointerPlace(const QString &words)
     const QStringList numbers = words.split(u' ');
     bool isX = false;
     bool isY = false;
-    const QPointF place(numbers.value(0).toDouble(&isX), numbers.value(1).toDouble(&isY));
-    if (numbers.size() != 2 || !isX || !isY || !std::isfinite(place.x())
-        || !std::isfinite(place.y()))
+    const double x = numbers.value(0).toDouble(&isX);
+    const double y = numbers.value(1).toDouble(&isY);
+    if (numbers.size() != 2 || !isX || !isY || !std::isfinite(x) || !std::isfinite(y))
         return std::nullopt;
-    return place;
+    constexpr double half = 0.5;
+    return QPointF(std::floor(x) + half, std::floor(y) + half);
 }
 
 } // namespace lumacap::kwin

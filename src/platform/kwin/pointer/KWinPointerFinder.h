@@ -18,7 +18,8 @@ private:
     QDBusConnection m_bus;
 };
 
-/// The place in the words of the script that asks for it; nothing in any others.
+/// The place in the words of the script that asks for it: the middle of the pixel, for KWin cuts
+/// the fractions off. Nothing in any other words.
 std::optional<QPointF> pointerPlace(const QString &words);
 
 } // namespace lumacap::kwin

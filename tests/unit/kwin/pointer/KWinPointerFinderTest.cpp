@@ -6,10 +6,10 @@ using namespace Qt::StringLiterals;
 
 namespace lumacap::kwin {
 
-TEST(KWinPointerFinderTest, twoNumbersAreAPlace)
+TEST(KWinPointerFinderTest, twoNumbersAreTheMiddleOfAPixel)
 {
-    EXPECT_EQ(pointerPlace(u"959 539"_s), QPointF(959, 539));
-    EXPECT_EQ(pointerPlace(u"-0.5 1e3"_s), QPointF(-0.5, 1000));
+    EXPECT_EQ(pointerPlace(u"959 539"_s), QPointF(959.5, 539.5));
+    EXPECT_EQ(pointerPlace(u"-0.5 10.99"_s), QPointF(-0.5, 10.5));
 }
 
 TEST(KWinPointerFinderTest, anythingElseIsNone)
