@@ -35,7 +35,7 @@ std::ostream &operator<<(std::ostream &stream, const ListedWindow &window)
                   << frame.height() << " at " << frame.x() << ", " << frame.y();
 }
 
-ListedWindows::ListedWindows(PrivateDesktop &desktop, const QStringList &words)
+ListedWindows::ListedWindows(TestDesktop &desktop, const QStringList &words)
     : m_process(desktop.start(u"window-list"_s,
                               QStringList{testedProgram(QStringLiteral(LUMACAP_WINDOW_LIST_PROBE))}
                                   + words))

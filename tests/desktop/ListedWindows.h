@@ -1,6 +1,6 @@
 #pragma once
 
-#include "harness/PrivateDesktop.h"
+#include "harness/TestDesktop.h"
 
 #include <QRectF>
 
@@ -29,7 +29,7 @@ std::ostream &operator<<(std::ostream &stream, const ListedWindow &window);
 class ListedWindows {
 public:
     /// Starts a process that lists; `words` say how.
-    ListedWindows(PrivateDesktop &desktop, const QStringList &words);
+    ListedWindows(TestDesktop &desktop, const QStringList &words);
 
     /// All lists so far, the newest last, each frontmost first.
     std::vector<std::vector<ListedWindow>> history() const;

@@ -73,6 +73,15 @@ std::uint32_t rootMask(const xcb::Connection &connection)
     return reply ? reply->your_event_mask : 0;
 }
 
+/// Where there is no X server, there are no masks to be kept.
+QCoro::Task<> release(WindowList &list)
+{
+    co_await list.prepare();
+    say(list.windows());
+    list.release();
+    say(list.windows());
+}
+
 QCoro::Task<> release(WindowList &list, xcb::Connection &connection)
 {
     // What another user of the same connection wants is not lost.
@@ -121,7 +130,7 @@ int main(int argc, char **argv)
     const Desktop desktop = makeDesktop(session);
     WindowList &list = *desktop.windowList;
     if (words.value(1) == "release"_L1)
-        spawn(release(list, *session.x11()));
+        spawn(session.x11() != nullptr ? release(list, *session.x11()) : release(list));
     else if (words.value(1) == "after"_L1)
         spawn(prepareAfter(list, words.value(2)));
     else
