@@ -10,6 +10,9 @@
 #include "platform/freedesktop/SoftwareCentreUpdater.h"
 #include "platform/freedesktop/ToolkitFolderPanel.h"
 #include "platform/freedesktop/tray/TrayStatusItem.h"
+#include "platform/gnome/FrameReader.h"
+#include "platform/gnome/Module.h"
+#include "platform/gnome/MutterScreenCapture.h"
 #include "platform/kwin/capture/KWinScreenCapture.h"
 #include "platform/kwin/capture/Screenshot.h"
 #include "platform/kwin/hotkeys/KWinHotkeyService.h"
@@ -134,7 +137,20 @@ std::unique_ptr<ScreenCapture> kwinScreenCapture(const Session &session)
                                                      QDBusConnection::sessionBus());
 }
 
+bool hasMutterCasts(const Session &session)
+{
+    return hasWayland(session) && session.hasBusName(u"org.gnome.Mutter.ScreenCast"_s)
+        && gnome::Module().isLoaded();
+}
+
+std::unique_ptr<ScreenCapture> capturesOfMutter(const Session &session)
+{
+    return std::make_unique<gnome::MutterScreenCapture>(
+        QDBusConnection::sessionBus(), *session.outputs(), gnome::Module().makeFrameReader());
+}
+
 constexpr std::array screenCaptures{
+    Row<ScreenCapture>{"mutter", hasMutterCasts, capturesOfMutter},
     Row<ScreenCapture>{"kwin", hasKWinScreenshots, kwinScreenCapture},
     Row<ScreenCapture>{"x11", hasX11, overX11<ScreenCapture, x11::X11ScreenCapture>},
     Row<ScreenCapture>{"screencopy", copiesScreens, screencopy},

@@ -11,6 +11,7 @@ ID = "app.lumacap.Lumacap"
 
 FILES = {
     "bin/lumacap",
+    "lib/lumacap/modules/gnome.so",
     f"share/applications/{ID}.desktop",
     f"share/dbus-1/services/{ID}.service",
     f"share/metainfo/{ID}.metainfo.xml",
@@ -63,7 +64,7 @@ class DebianPackage(unittest.TestCase):
     def testItDependsOnTheLibrariesAndPluginsItLoads(self):
         depends = {entry.split()[0] for entry in self.field("Depends").split(", ")}
         self.assertLessEqual({"libqt6widgets6", "libqt6dbus6", "libxcb1", "libcanberra0", "qt6-qpa-plugins",
-                              "libqt6svg6"}, depends)
+                              "libqt6svg6", "libpipewire-0.3-0"}, depends)
         self.assertEqual(self.field("Recommends"), "libcanberra-pulse, qt6-translations-l10n, sound-theme-freedesktop")
 
     def testLintianFindsNoError(self):

@@ -158,6 +158,12 @@ class Installation(unittest.TestCase):
         for share in [self.prefix / "share", BUILD / "share"]:
             self.assertEqual((share / "lumacap/screen-capture.wav").read_bytes(), sound)
 
+    def testWhatOneDesktopNeedsIsALibraryThatOthersDoNotLoad(self):
+        for library in [self.prefix / "lib/lumacap/modules/gnome.so", BUILD / "src/lib/lumacap/modules/gnome.so"]:
+            self.assertIn("libpipewire", self.check("ldd", library))
+        for program in [self.program, BUILD / "src/app/lumacap"]:
+            self.assertNotIn("libpipewire", self.check("ldd", program))
+
     def testTheProgramSaysItsVersion(self):
         self.assertEqual(self.check(self.program, "--version"), f"lumacap {VERSION}\n")
 
