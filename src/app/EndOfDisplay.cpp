@@ -2,6 +2,8 @@
 
 #include "app/Session.h"
 
+#include <QString>
+
 #include <cstdio>
 #include <cstdlib>
 #include <tuple>
@@ -26,10 +28,27 @@ void endWellAfterExit()
         endWell();
 }
 
+QtMessageHandler &handlerBefore()
+{
+    static QtMessageHandler handler = nullptr;
+    return handler;
+}
+
+/// Under Wayland the toolkit leaves by _exit(1), past all that could be done at the end. Right
+/// before it says so.
+void endWellAfterMessage(QtMsgType type, const QMessageLogContext &context, const QString &message)
+{
+    if (isWatching && message.startsWith(QLatin1StringView("The Wayland connection broke")))
+        endWell();
+    if (handlerBefore() != nullptr)
+        handlerBefore()(type, context, message);
+}
+
 } // namespace
 
 EndOfDisplay::EndOfDisplay(const Session &session)
 {
+    handlerBefore() = qInstallMessageHandler(&endWellAfterMessage);
     session.onDisplayEnded(&m_context, &endWell);
     isWatching = true;
     std::ignore = std::atexit(&endWellAfterExit);
@@ -38,6 +57,7 @@ EndOfDisplay::EndOfDisplay(const Session &session)
 EndOfDisplay::~EndOfDisplay()
 {
     isWatching = false;
+    qInstallMessageHandler(handlerBefore());
 }
 
 } // namespace lumacap
