@@ -13,6 +13,7 @@
 //
 // FILE holds the picture's rows, four bytes a pixel: blue, green, red, none.
 
+#include <algorithm>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
@@ -24,6 +25,7 @@
 #include <fcntl.h>
 #include <protocols/viewporter.h>
 #include <protocols/wlr-layer-shell-unstable-v1.h>
+#include <protocols/xdg-output-unstable-v1.h>
 #include <protocols/xdg-shell.h>
 #include <sys/mman.h>
 #include <wayland-client.h>
@@ -55,6 +57,7 @@ struct Client {
     wp_viewporter *viewporter = nullptr;
     xdg_wm_base *shell = nullptr;
     zwlr_layer_shell_v1 *layers = nullptr;
+    zxdg_output_manager_v1 *outputNames = nullptr;
     wl_seat *seat = nullptr;
     wl_keyboard *keyboard = nullptr;
     wl_pointer *pointer = nullptr;
@@ -83,6 +86,16 @@ const wl_output_listener outputListener{
     .name = [](void *output, wl_output *,
                const char *name) { static_cast<NamedOutput *>(output)->name = name; },
     .description = [](void *, wl_output *, const char *) {},
+};
+
+/// Compositors whose outputs do not tell their names themselves tell them by this extension.
+const zxdg_output_v1_listener outputNameListener{
+    .logical_position = [](void *, zxdg_output_v1 *, std::int32_t, std::int32_t) {},
+    .logical_size = [](void *, zxdg_output_v1 *, std::int32_t, std::int32_t) {},
+    .done = [](void *, zxdg_output_v1 *) {},
+    .name = [](void *output, zxdg_output_v1 *,
+               const char *name) { static_cast<NamedOutput *>(output)->name = name; },
+    .description = [](void *, zxdg_output_v1 *, const char *) {},
 };
 
 const wl_keyboard_listener keyboardListener{
@@ -164,9 +177,13 @@ const wl_registry_listener registryListener{
                 client.seat =
                     bound<wl_seat>(registry, number, wl_seat_interface, version < 5 ? version : 5);
                 wl_seat_add_listener(client.seat, &seatListener, data);
-            } else if (name == wl_output_interface.name && version >= 4) {
-                auto *const output =
-                    new NamedOutput{bound<wl_output>(registry, number, wl_output_interface, 4), {}};
+            } else if (name == zxdg_output_manager_v1_interface.name) {
+                client.outputNames = bound<zxdg_output_manager_v1>(
+                    registry, number, zxdg_output_manager_v1_interface, 2);
+            } else if (name == wl_output_interface.name) {
+                auto *const output = new NamedOutput{
+                    bound<wl_output>(registry, number, wl_output_interface, std::min(version, 4U)),
+                    {}};
                 client.outputs.push_back(output);
                 wl_output_add_listener(output->proxy, &outputListener, output);
             }
@@ -234,6 +251,16 @@ const xdg_toplevel_listener toplevelListener{
     .wm_capabilities = [](void *, xdg_toplevel *, wl_array *) {},
 };
 
+void askForNames(const Client &client)
+{
+    if (client.outputNames == nullptr)
+        return;
+    for (NamedOutput *const output : client.outputs)
+        zxdg_output_v1_add_listener(
+            zxdg_output_manager_v1_get_xdg_output(client.outputNames, output->proxy),
+            &outputNameListener, output);
+}
+
 wl_output *outputNamed(const Client &client, std::string_view name)
 {
     for (const NamedOutput *output : client.outputs) {
@@ -292,6 +319,7 @@ int main(int argc, char **argv)
         fail("no compositor");
     wl_registry_add_listener(wl_display_get_registry(client.display), &registryListener, &client);
     wl_display_roundtrip(client.display); // what there is
+    askForNames(client);
     wl_display_roundtrip(client.display); // the outputs' names
     if (client.compositor == nullptr || client.shm == nullptr || client.shell == nullptr)
         fail("the compositor lacks something");

@@ -1,0 +1,179 @@
+#include "harness/wayland/GnomeDesktop.h"
+
+#include "harness/ImageReading.h"
+#include "harness/WaitFor.h"
+#include "harness/wayland/RemoteInput.h"
+
+#include <QDBusConnectionInterface>
+#include <QDBusMessage>
+#include <QDBusReply>
+#include <QDir>
+#include <QFile>
+#include <QRegularExpression>
+
+#include <stdexcept>
+
+namespace lumacap::harness {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// As the shell names and places them.
+std::vector<TestOutput> outputsOf(const std::vector<QSize> &monitors)
+{
+    std::vector<TestOutput> outputs;
+    int x = 0;
+    for (const QSize &size : monitors) {
+        outputs.push_back({u"Meta-%1"_s.arg(outputs.size()), size, QRect({x, 0}, size)});
+        x += size.width();
+    }
+    return outputs;
+}
+
+QDBusMessage shellCall(const QString &path, const QString &interface, const QString &method)
+{
+    return QDBusMessage::createMethodCall(interface, path, interface, method);
+}
+
+} // namespace
+
+GnomeDesktop::GnomeDesktop(const GnomeOptions &options)
+    : WaylandDesktop(QStringList{u"org.a11y.Bus"_s, u"ca.desrt.dconf"_s})
+    , m_outputs(outputsOf(options.monitors))
+    // The shell looks for the system's services. On a bus of its own it finds none, and goes on.
+    , m_systemBus(std::make_unique<SessionBus>(folder(u"system"_s), folder(u"run"_s), QStringList(),
+                                               environment()))
+    , m_connectionName(newLog(u"bus"_s))
+    , m_connection(
+          QDBusConnection::connectToBus(QString::fromLocal8Bit(bus().address()), m_connectionName))
+{
+    set("DBUS_SYSTEM_BUS_ADDRESS", m_systemBus->address());
+    set("XDG_SESSION_TYPE", "wayland");
+    set("XDG_CURRENT_DESKTOP", "GNOME");
+    set("LIBGL_ALWAYS_SOFTWARE", "1");
+    set("WAYLAND_DISPLAY", "wayland-0");
+    startPipeWire();
+    startShell(options);
+    if (options.xServer == XServerInside::OnDemand)
+        findXServer();
+    evaluate(u"Main.overview.hide()"_s);
+    if (options.checks == ShellChecks::On)
+        evaluate(u"global.context.unsafe_mode = false"_s);
+}
+
+GnomeDesktop::~GnomeDesktop()
+{
+    m_input.reset();
+    QDBusConnection::disconnectFromBus(m_connectionName);
+    stopAll(); // before the folders go
+}
+
+void GnomeDesktop::startPipeWire()
+{
+    m_pipeWire = &start(u"pipewire"_s, {u"pipewire"_s});
+    const QString socket = folder(u"run"_s) + u"/pipewire-0"_s;
+    require("PipeWire", [&socket] { return QFile::exists(socket); });
+    start(u"wireplumber"_s, {u"wireplumber"_s});
+}
+
+void GnomeDesktop::startShell(const GnomeOptions &options)
+{
+    changeSetting(u"org.gnome.shell"_s, u"welcome-dialog-last-shown-version"_s, u"'999'"_s);
+    changeSetting(u"org.gnome.desktop.interface"_s, u"enable-hot-corners"_s, u"false"_s);
+    changeSetting(u"org.gnome.desktop.interface"_s, u"enable-animations"_s, u"false"_s);
+    changeSetting(u"org.gnome.desktop.notifications"_s, u"show-banners"_s, u"false"_s);
+    QStringList command{u"gnome-shell"_s,       u"--wayland"_s, u"--headless"_s,
+                        u"--wayland-display"_s, u"wayland-0"_s, u"--unsafe-mode"_s};
+    for (const QSize &size : options.monitors)
+        command += {u"--virtual-monitor"_s, u"%1x%2"_s.arg(size.width()).arg(size.height())};
+    if (options.xServer == XServerInside::Absent)
+        command.append(u"--no-x11"_s);
+    m_shell = &start(u"shell"_s, command);
+    require(
+        "GNOME Shell",
+        [this] {
+            if (m_shell->ending())
+                throw std::runtime_error("the shell ended: " + m_shell->errors().toStdString());
+            return m_shell->output().contains("GNOME Shell started")
+                || m_shell->errors().contains("GNOME Shell started");
+        },
+        std::chrono::seconds(60));
+}
+
+void GnomeDesktop::findXServer()
+{
+    static const QRegularExpression line(u"Using public X11 display (:[0-9]+)"_s);
+    const QString said = QString::fromLocal8Bit(m_shell->output() + m_shell->errors());
+    const auto found = line.match(said);
+    const QStringList keys =
+        QDir(folder(u"run"_s)).entryList({u".mutter-Xwaylandauth.*"_s}, QDir::Files | QDir::Hidden);
+    if (!found.hasMatch() || keys.isEmpty())
+        throw std::runtime_error("the shell offers no X server");
+    set("DISPLAY", found.captured(1).toLocal8Bit());
+    set("XAUTHORITY", (folder(u"run"_s) + u'/' + keys.first()).toLocal8Bit());
+}
+
+void GnomeDesktop::evaluate(const QString &script)
+{
+    auto message = shellCall(u"/org/gnome/Shell"_s, u"org.gnome.Shell"_s, u"Eval"_s);
+    message << script;
+    const QDBusReply<bool> done = m_connection.call(message);
+    if (!done.isValid() || !done.value())
+        throw std::runtime_error("the shell does not run " + script.toStdString());
+}
+
+Input &GnomeDesktop::input()
+{
+    if (!m_input)
+        m_input = std::make_unique<RemoteInput>(m_connection);
+    return *m_input;
+}
+
+QImage GnomeDesktop::look(const QString &output)
+{
+    const QString file = newLog(u"look"_s) + u".png"_s;
+    auto message = shellCall(u"/org/gnome/Shell/Screenshot"_s, u"org.gnome.Shell.Screenshot"_s,
+                             u"Screenshot"_s);
+    message << true << false << file; // with the pointer, without a flash
+    const QDBusReply<bool> done = m_connection.call(message);
+    if (!done.isValid() || !done.value())
+        throw std::runtime_error("the shell is not seen: " + done.error().message().toStdString());
+    QFile written(file);
+    if (!written.open(QIODevice::ReadOnly))
+        throw std::runtime_error("the shell wrote nothing");
+    const QImage all = readImage(*this, written.readAll(), ImageKind::Png);
+    const auto wanted = std::ranges::find(m_outputs, output, &TestOutput::name);
+    return wanted == m_outputs.end() ? QImage() : all.copy(wanted->frame);
+}
+
+void GnomeDesktop::paint(const QString &output, const QImage &picture)
+{
+    Process &newer = show(picture, {u"full-screen"_s, output});
+    if (Process *const older = std::exchange(m_painted[output], &newer))
+        stop(*older);
+}
+
+void GnomeDesktop::startShortcuts()
+{
+    start(u"media-keys"_s, {u"/usr/libexec/gsd-media-keys"_s});
+    require("the desktop's shortcuts", [this] {
+        return m_connection.interface()
+            ->isServiceRegistered(u"org.gnome.SettingsDaemon.MediaKeys"_s)
+            .value();
+    });
+}
+
+QString GnomeDesktop::setting(const QString &schema, const QString &key)
+{
+    return QString::fromUtf8(ask({u"gsettings"_s, u"get"_s, schema, key}).output.trimmed());
+}
+
+void GnomeDesktop::changeSetting(const QString &schema, const QString &key, const QString &value)
+{
+    const Answer answer = ask({u"gsettings"_s, u"set"_s, schema, key, value});
+    if (answer.ending != Ending{})
+        throw std::runtime_error("no setting: " + answer.errors.toStdString());
+}
+
+} // namespace lumacap::harness
