@@ -1,7 +1,7 @@
 #include "app/AppDelegate.h"
 
 #include "app/Desktop.h"
-#include "app/Shortcuts.h"
+#include "app/HotkeyCommands.h"
 #include "app/StatusBarController.h"
 #include "capture/CaptureEngine.h"
 #include "capture/ImageSaver.h"

@@ -1,8 +1,8 @@
 #include "app/Desktop.h"
 
 #include "app/AbsentServices.h"
+#include "app/HotkeyCommands.h"
 #include "app/Session.h"
-#include "app/Shortcuts.h"
 #include "platform/freedesktop/AutostartLoginItem.h"
 #include "platform/freedesktop/CanberraSoundPlayer.h"
 #include "platform/freedesktop/DesktopEntryNames.h"
@@ -11,6 +11,7 @@
 #include "platform/freedesktop/ToolkitFolderPanel.h"
 #include "platform/freedesktop/tray/TrayStatusItem.h"
 #include "platform/gnome/FrameReader.h"
+#include "platform/gnome/GnomeHotkeyService.h"
 #include "platform/gnome/Module.h"
 #include "platform/gnome/MutterScreenCapture.h"
 #include "platform/kwin/capture/KWinScreenCapture.h"
@@ -273,18 +274,34 @@ bool hasKWinShortcuts(const Session &session)
 
 std::unique_ptr<HotkeyService> hotkeysOverKWin(const Session &session)
 {
-    const kwin::KWinHotkeyService::Actions actions{
-        {hotkey::fullScreen, {u"full-screen"_s, u"Capture plein ecran"_s}},
-        {hotkey::selection, {u"selection"_s, u"Capture selection"_s}},
-    };
+    kwin::KWinHotkeyService::Actions actions;
+    for (const HotkeyCommandRow &entry : hotkeyCommands)
+        actions.insert({entry.id, {row(entry.command).name, entry.title}});
     return std::make_unique<kwin::KWinHotkeyService>(*session.wayland(),
                                                      QDBusConnection::sessionBus(), actions);
+}
+
+bool hasGnomeShortcuts(const Session &session)
+{
+    return hasWayland(session) && session.hasBusName(u"org.gnome.SettingsDaemon.MediaKeys"_s)
+        && gnome::Module().makeKeybindings() != nullptr;
+}
+
+std::unique_ptr<HotkeyService> hotkeysOfGnome(const Session & /*session*/)
+{
+    std::vector<gnome::HotkeyCommand> commands;
+    for (const HotkeyCommandRow &entry : hotkeyCommands)
+        commands.push_back({entry.id, row(entry.command).name, u"Lumacap: "_s + entry.title});
+    return std::make_unique<gnome::GnomeHotkeyService>(gnome::Module().makeKeybindings(),
+                                                       QCoreApplication::applicationFilePath(),
+                                                       std::move(commands));
 }
 
 constexpr std::array hotkeyServices{
     Row<HotkeyService>{"kwin", hasKWinShortcuts, hotkeysOverKWin},
     Row<HotkeyService>{"x11", hasX11, hotkeysOverX11},
     Row<HotkeyService>{"sway", hasSway, swayHotkeys},
+    Row<HotkeyService>{"gnome", hasGnomeShortcuts, hotkeysOfGnome},
     Row<HotkeyService>{"none", always, plain<HotkeyService, AbsentHotkeyService>},
 };
 

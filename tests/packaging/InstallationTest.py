@@ -161,6 +161,7 @@ class Installation(unittest.TestCase):
     def testWhatOneDesktopNeedsIsALibraryThatOthersDoNotLoad(self):
         for library in [self.prefix / "lib/lumacap/modules/gnome.so", BUILD / "src/lib/lumacap/modules/gnome.so"]:
             self.assertIn("libpipewire", self.check("ldd", library))
+            self.assertIn("libgio", self.check("ldd", library))
         for program in [self.program, BUILD / "src/app/lumacap"]:
             self.assertNotIn("libpipewire", self.check("ldd", program))
 
