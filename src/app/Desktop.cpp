@@ -3,6 +3,7 @@
 #include "app/AbsentServices.h"
 #include "app/HotkeyCommands.h"
 #include "app/Session.h"
+#include "platform/freedesktop/ApplicationId.h"
 #include "platform/freedesktop/AutostartLoginItem.h"
 #include "platform/freedesktop/CanberraSoundPlayer.h"
 #include "platform/freedesktop/DesktopEntryNames.h"
@@ -19,6 +20,8 @@
 #include "platform/kwin/hotkeys/KWinHotkeyService.h"
 #include "platform/kwin/pointer/KWinPointerFinder.h"
 #include "platform/kwin/windows/KWinWindowList.h"
+#include "platform/portal/Portal.h"
+#include "platform/portal/PortalScreenCapture.h"
 #include "platform/wayland/ProbePointerFinder.h"
 #include "platform/wayland/WaylandScreens.h"
 #include "platform/wayland/clipboard/DataControlPasteboard.h"
@@ -150,11 +153,24 @@ std::unique_ptr<ScreenCapture> capturesOfMutter(const Session &session)
         QDBusConnection::sessionBus(), *session.outputs(), gnome::Module().makeFrameReader());
 }
 
+bool hasPortal(const Session &session)
+{
+    return hasWayland(session) && session.hasBusName(portal::portalName);
+}
+
+std::unique_ptr<ScreenCapture> portalScreenCapture(const Session &session)
+{
+    return std::make_unique<portal::PortalScreenCapture>(
+        QDBusConnection::connectToBus(QDBusConnection::SessionBus, u"portal-screenshot"_s),
+        freedesktop::applicationId, *session.outputs());
+}
+
 constexpr std::array screenCaptures{
     Row<ScreenCapture>{"mutter", hasMutterCasts, capturesOfMutter},
     Row<ScreenCapture>{"kwin", hasKWinScreenshots, kwinScreenCapture},
     Row<ScreenCapture>{"x11", hasX11, overX11<ScreenCapture, x11::X11ScreenCapture>},
     Row<ScreenCapture>{"screencopy", copiesScreens, screencopy},
+    Row<ScreenCapture>{"portal", hasPortal, portalScreenCapture}, // may ask the person first
     Row<ScreenCapture>{"none", always, plain<ScreenCapture, AbsentScreenCapture>},
 };
 

@@ -21,6 +21,8 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <optional>
+#include <utility>
 #include <variant>
 
 #include <malloc.h>
@@ -36,6 +38,7 @@ constexpr int badUsage = 2;
 // Beyond what the steps themselves allow: these are for the ones inside libraries.
 constexpr auto busLimit = 10s;
 constexpr auto captureLimit = 25s;
+constexpr auto answerLimit = 150s; // a Wayland desktop may ask the person whether it may be taken
 constexpr auto endLimit = 30s;
 
 const QString refusedCommand = u"the running agent did not take the command"_s;
@@ -74,9 +77,13 @@ int run(const BadUsage &usage, int & /*argc*/, char ** /*argv*/)
 int run(const CaptureToFile &request, int &argc, char **argv)
 {
     const QCoreApplication application(argc, argv);
-    const Watchdog watchdog(
-        captureLimit, "lumacap: no picture was taken: the display does not answer\n", EXIT_FAILURE);
+    const QByteArray lastWords = "lumacap: no picture was taken: the display does not answer\n";
+    std::optional<Watchdog> watchdog(std::in_place, captureLimit, lastWords, EXIT_FAILURE);
     const Session session = Session::open();
+    if (session.wayland() != nullptr) {
+        watchdog.reset();
+        watchdog.emplace(answerLimit, lastWords, EXIT_FAILURE);
+    }
     const auto screenCapture = makeScreenCapture(session);
     const Result<void> done =
         QCoro::waitFor(captureFirstDisplay(*screenCapture, request.path, request.format));

@@ -23,8 +23,11 @@ constexpr qsizetype mostStrays = 16;
 const auto requestInterface = u"org.freedesktop.portal.Request"_s;
 const auto responseSignal = u"Response"_s;
 
-/// What the first number of an answer says.
-enum Verdict : uint { granted = 0, cancelled = 1 };
+/// What the first number of an answer says; any other: no.
+namespace verdict {
+constexpr uint granted = 0;
+constexpr uint cancelled = 1;
+} // namespace verdict
 
 /// Unguessable, so that nobody else on the bus waits at the path for the answer.
 QString newToken()
@@ -43,10 +46,10 @@ Result<QVariantMap> meaningOf(const QDBusMessage &response)
 {
     if (response.signature() != "ua{sv}"_L1)
         return failure(u"the desktop's portal answered nonsense"_s);
-    const uint verdict = response.arguments().at(0).toUInt();
-    if (verdict == cancelled)
+    const uint told = response.arguments().at(0).toUInt();
+    if (told == verdict::cancelled)
         return failure(u"it was cancelled"_s);
-    if (verdict != granted)
+    if (told != verdict::granted)
         return failure(u"the desktop's portal refused"_s);
     return qdbus_cast<QVariantMap>(response.arguments().at(1));
 }
@@ -57,7 +60,7 @@ Result<QVariantMap> meaningOf(const QDBusMessage &response)
 struct PortalRequest::Ended {
     PortalRequest &request;
 
-    bool await_ready() const { return request.m_outcome.has_value(); }
+    bool await_ready() const { return request.m_hasEnded; }
     void await_suspend(std::coroutine_handle<> waiting) const { request.m_waiting = waiting; }
     void await_resume() const { }
 };
@@ -68,7 +71,7 @@ QCoro::Task<Result<QVariantMap>> PortalRequest::ask(PortalAddress portal, Questi
     PortalRequest request(std::move(portal), asker);
     request.start(std::move(question));
     co_await Ended{request};
-    co_return std::move(*request.m_outcome);
+    co_return std::move(request.m_outcome);
 }
 
 PortalRequest::PortalRequest(PortalAddress portal, const QObject *asker)
@@ -149,7 +152,7 @@ void PortalRequest::giveUp(const QString &reason)
 /// The last thing anybody does with the request, which whoever waits lets go at once.
 void PortalRequest::end(Result<QVariantMap> outcome)
 {
-    if (m_outcome)
+    if (std::exchange(m_hasEnded, true))
         return;
     m_outcome = std::move(outcome);
     if (const auto waiting = std::exchange(m_waiting, nullptr))

@@ -13,7 +13,6 @@
 
 #include <chrono>
 #include <coroutine>
-#include <optional>
 
 class QDBusPendingCallWatcher;
 
@@ -63,7 +62,8 @@ private:
     QHash<QString, QDBusMessage> m_strays; ///< Answers that came before it was told, by path.
     QDBusServiceWatcher m_owner;
     QTimer m_limit;
-    std::optional<Result<QVariantMap>> m_outcome;
+    bool m_hasEnded = false;
+    Result<QVariantMap> m_outcome; ///< Known once it has ended.
     std::coroutine_handle<> m_waiting;
 };
 
