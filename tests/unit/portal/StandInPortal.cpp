@@ -93,6 +93,7 @@ bool StandInPortal::handleMessage(const QDBusMessage &message,
     if (message.interface() == propertiesInterface)
         return tellVersion(message);
     m_calls.append(message);
+    Q_EMIT called(message.member());
     if (plainCalls.contains(message.member()))
         m_connection.send(message.createReply());
     else if (m_versions.contains(message.interface()))
@@ -100,6 +101,14 @@ bool StandInPortal::handleMessage(const QDBusMessage &message,
     else
         return false;
     return true;
+}
+
+Manner StandInPortal::nextManner(const QString &method)
+{
+    auto &manners = m_manners[method];
+    if (manners.isEmpty())
+        return Manner::Grants;
+    return manners.size() == 1 ? manners.first() : manners.takeFirst();
 }
 
 bool StandInPortal::tellVersion(const QDBusMessage &message)
@@ -132,7 +141,7 @@ void StandInPortal::answerRequest(const QDBusMessage &call)
 {
     const QString handle = handleOf(call);
     const QString elsewhere = path + u"/request/of/its/own"_s;
-    const Manner manner = m_manners.value(call.member(), Manner::Grants);
+    const Manner manner = nextManner(call.member());
     const auto nameHandle = [this, &call](const QString &told) {
         m_connection.send(call.createReply(QVariant::fromValue(QDBusObjectPath(told))));
     };

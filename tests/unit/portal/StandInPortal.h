@@ -44,7 +44,12 @@ public:
     void appear();
     void vanish();
     void setVersion(const QString &interface, uint version) { m_versions[interface] = version; }
-    void setManner(const QString &method, Manner manner) { m_manners[method] = manner; }
+    void setManner(const QString &method, Manner manner) { m_manners[method] = {manner}; }
+    /// One for each call in turn; the last one for all that follow.
+    void setManners(const QString &method, const QList<Manner> &manners)
+    {
+        m_manners[method] = manners;
+    }
     void setResults(const QString &method, Results results) { m_results[method] = results; }
 
     /// The members called, oldest first, without the ones that read properties.
@@ -55,10 +60,15 @@ public:
     void tell(const QString &path, const QString &interface, const QString &signal,
               const QVariantList &arguments);
 
+Q_SIGNALS:
+    void called(const QString &member);
+
+public:
     bool handleMessage(const QDBusMessage &message, const QDBusConnection &connection) override;
     QString introspect(const QString &path) const override;
 
 private:
+    Manner nextManner(const QString &method);
     bool tellVersion(const QDBusMessage &message);
     void answerRequest(const QDBusMessage &call);
     void leaveSoon();
@@ -66,7 +76,7 @@ private:
 
     QDBusConnection m_connection;
     QHash<QString, uint> m_versions;
-    QHash<QString, Manner> m_manners;
+    QHash<QString, QList<Manner>> m_manners;
     QHash<QString, Results> m_results;
     QList<QDBusMessage> m_calls;
 };

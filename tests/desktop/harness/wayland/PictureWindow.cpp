@@ -261,8 +261,11 @@ void askForNames(const Client &client)
             &outputNameListener, output);
 }
 
+/// Null, which leaves the choice to the compositor, for "any": old ones tell no names.
 wl_output *outputNamed(const Client &client, std::string_view name)
 {
+    if (name == "any")
+        return nullptr;
     for (const NamedOutput *output : client.outputs) {
         if (output->name == name)
             return output->proxy;
