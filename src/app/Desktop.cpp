@@ -1,9 +1,14 @@
 #include "app/Desktop.h"
 
 #include "app/AbsentServices.h"
-#include "app/HotkeyCommands.h"
+#include "app/GnomeBackends.h"
+#include "app/KWinBackends.h"
+#include "app/LateHotkeyService.h"
+#include "app/PortalBackends.h"
 #include "app/Session.h"
-#include "platform/freedesktop/ApplicationId.h"
+#include "app/SwayBackends.h"
+#include "app/WaylandBackends.h"
+#include "app/X11Backends.h"
 #include "platform/freedesktop/AutostartLoginItem.h"
 #include "platform/freedesktop/CanberraSoundPlayer.h"
 #include "platform/freedesktop/DesktopEntryNames.h"
@@ -11,39 +16,11 @@
 #include "platform/freedesktop/SoftwareCentreUpdater.h"
 #include "platform/freedesktop/ToolkitFolderPanel.h"
 #include "platform/freedesktop/tray/TrayStatusItem.h"
-#include "platform/gnome/FrameReader.h"
-#include "platform/gnome/GnomeHotkeyService.h"
-#include "platform/gnome/Module.h"
-#include "platform/gnome/MutterScreenCapture.h"
-#include "platform/kwin/capture/KWinScreenCapture.h"
-#include "platform/kwin/capture/Screenshot.h"
-#include "platform/kwin/hotkeys/KWinHotkeyService.h"
-#include "platform/kwin/pointer/KWinPointerFinder.h"
-#include "platform/kwin/windows/KWinWindowList.h"
-#include "platform/portal/Portal.h"
-#include "platform/portal/PortalScreenCapture.h"
-#include "platform/wayland/ProbePointerFinder.h"
 #include "platform/wayland/WaylandScreens.h"
-#include "platform/wayland/clipboard/DataControlPasteboard.h"
-#include "platform/wayland/overlay/FullScreenOverlaySurface.h"
-#include "platform/wayland/overlay/LayerShellOverlaySurface.h"
-#include "platform/wlroots/ScreencopyScreenCapture.h"
-#include "platform/wlroots/sway/Ipc.h"
-#include "platform/wlroots/sway/SwayPointerFinder.h"
-#include "platform/wlroots/sway/SwayWindowList.h"
-#include "platform/wlroots/sway/hotkeys/SwayHotkeyService.h"
-#include "platform/x11/X11OverlaySurface.h"
-#include "platform/x11/X11Pasteboard.h"
-#include "platform/x11/X11ScreenCapture.h"
-#include "platform/x11/X11Screens.h"
-#include "platform/x11/hotkeys/X11HotkeyService.h"
-#include "platform/x11/windows/X11WindowList.h"
-#include "platform/xcb/Connection.h"
 
 #include <QCoreApplication>
 #include <QDBusConnection>
 #include <QDir>
-#include <QGuiApplication>
 #include <QStandardPaths>
 
 #include <array>
@@ -70,39 +47,10 @@ bool always(const Session & /*session*/)
     return true;
 }
 
-bool hasX11(const Session &session)
-{
-    return session.x11() != nullptr;
-}
-
-/// Also where the toolkit shows its windows: its backend may have been chosen by hand.
-bool hasX11Windows(const Session &session)
-{
-    return hasX11(session) && QGuiApplication::platformName() == u"xcb"_s;
-}
-
-template <class Service, class Backend, class... Needs>
-std::unique_ptr<Service> overX11(const Session &session, const Needs &...needs)
-{
-    return std::make_unique<Backend>(*session.x11(), needs...);
-}
-
 template <class Service, class Backend, class... Needs>
 std::unique_ptr<Service> plain(const Session & /*session*/, const Needs &.../*needs*/)
 {
     return std::make_unique<Backend>();
-}
-
-bool copiesScreens(const Session &session)
-{
-    return session.wayland() != nullptr
-        && wlroots::ScreencopyScreenCapture::isOffered(*session.wayland());
-}
-
-std::unique_ptr<ScreenCapture> screencopy(const Session &session)
-{
-    return std::make_unique<wlroots::ScreencopyScreenCapture>(*session.wayland(),
-                                                              *session.outputs());
 }
 
 /// The first row that the session offers, or the one that the environment names if it is offered.
@@ -119,86 +67,14 @@ auto choose(const Rows &rows, const Session &session, const char *variable, cons
     return rows.back().make(session, needs...);
 }
 
-bool hasWayland(const Session &session)
-{
-    return session.wayland() != nullptr;
-}
-
-bool hasSway(const Session &session)
-{
-    return hasWayland(session) && sway::Ipc::isOffered(*session.wayland());
-}
-
-/// Only while it can take pictures has it the name.
-bool hasKWinScreenshots(const Session &session)
-{
-    return hasWayland(session) && session.hasBusName(kwin::screenshotService);
-}
-
-std::unique_ptr<ScreenCapture> kwinScreenCapture(const Session &session)
-{
-    return std::make_unique<kwin::KWinScreenCapture>(*session.outputs(),
-                                                     QDBusConnection::sessionBus());
-}
-
-bool hasMutterCasts(const Session &session)
-{
-    return hasWayland(session) && session.hasBusName(u"org.gnome.Mutter.ScreenCast"_s)
-        && gnome::Module().isLoaded();
-}
-
-std::unique_ptr<ScreenCapture> capturesOfMutter(const Session &session)
-{
-    return std::make_unique<gnome::MutterScreenCapture>(
-        QDBusConnection::sessionBus(), *session.outputs(), gnome::Module().makeFrameReader());
-}
-
-bool hasPortal(const Session &session)
-{
-    return hasWayland(session) && session.hasBusName(portal::portalName);
-}
-
-std::unique_ptr<ScreenCapture> portalScreenCapture(const Session &session)
-{
-    return std::make_unique<portal::PortalScreenCapture>(
-        QDBusConnection::connectToBus(QDBusConnection::SessionBus, u"portal-screenshot"_s),
-        freedesktop::applicationId, *session.outputs());
-}
-
-constexpr std::array screenCaptures{
-    Row<ScreenCapture>{"mutter", hasMutterCasts, capturesOfMutter},
-    Row<ScreenCapture>{"kwin", hasKWinScreenshots, kwinScreenCapture},
-    Row<ScreenCapture>{"x11", hasX11, overX11<ScreenCapture, x11::X11ScreenCapture>},
-    Row<ScreenCapture>{"screencopy", copiesScreens, screencopy},
-    Row<ScreenCapture>{"portal", hasPortal, portalScreenCapture}, // may ask the person first
-    Row<ScreenCapture>{"none", always, plain<ScreenCapture, AbsentScreenCapture>},
-};
-
-bool hasKWin(const Session &session)
-{
-    return hasWayland(session) && session.hasBusName(u"org.kde.KWin"_s);
-}
-
-std::unique_ptr<wayland::PointerFinder> kwinPointer(const Session & /*session*/)
-{
-    return std::make_unique<kwin::KWinPointerFinder>(QDBusConnection::sessionBus());
-}
-
-bool canCoverOutputs(const Session &session)
-{
-    return wayland::ProbePointerFinder::isOffered(*session.wayland());
-}
-
-std::unique_ptr<wayland::PointerFinder> probedPointer(const Session &session)
-{
-    return std::make_unique<wayland::ProbePointerFinder>(*session.wayland(), *session.outputs());
-}
-
-std::unique_ptr<wayland::PointerFinder> swayPointer(const Session &session)
-{
-    return std::make_unique<sway::SwayPointerFinder>(
-        sway::Ipc::path(), canCoverOutputs(session) ? probedPointer(session) : nullptr);
-}
+constexpr auto screenCaptures = std::to_array<Row<ScreenCapture>>({
+    {"x11", x11::isOffered, x11::screenCapture},
+    {"kwin", kwin::takesPictures, kwin::screenCapture},
+    {"mutter", gnome::castsScreens, gnome::screenCapture},
+    {"screencopy", wayland::copiesScreens, wayland::screencopy},
+    {"portal", portal::isOffered, portal::screenCapture}, // may ask the person first
+    {"none", always, plain<ScreenCapture, AbsentScreenCapture>},
+});
 
 std::unique_ptr<wayland::PointerFinder> nobody(const Session & /*session*/)
 {
@@ -206,12 +82,12 @@ std::unique_ptr<wayland::PointerFinder> nobody(const Session & /*session*/)
 }
 
 /// For sessions with a Wayland compositor.
-constexpr std::array pointerFinders{
-    Row<wayland::PointerFinder>{"kwin", hasKWin, kwinPointer},
-    Row<wayland::PointerFinder>{"sway", hasSway, swayPointer},
-    Row<wayland::PointerFinder>{"probe", canCoverOutputs, probedPointer},
-    Row<wayland::PointerFinder>{"none", always, nobody},
-};
+constexpr auto pointerFinders = std::to_array<Row<wayland::PointerFinder>>({
+    {"kwin", kwin::isOffered, kwin::pointerFinder},
+    {"sway", sway::isOffered, sway::pointerFinder},
+    {"probe", wayland::probesPointer, wayland::probedPointer},
+    {"none", always, nobody},
+});
 
 std::unique_ptr<Screens> waylandScreens(const Session &session)
 {
@@ -219,123 +95,59 @@ std::unique_ptr<Screens> waylandScreens(const Session &session)
         *session.outputs(), choose(pointerFinders, session, "LUMACAP_POINTER_FINDER"));
 }
 
-constexpr std::array screensRows{
-    Row<Screens>{"x11", hasX11, overX11<Screens, x11::X11Screens>},
-    Row<Screens>{"wayland", hasWayland, waylandScreens},
-    Row<Screens>{"none", always, plain<Screens, AbsentScreens>},
-};
+constexpr auto screensRows = std::to_array<Row<Screens>>({
+    {"x11", x11::isOffered, x11::screens},
+    {"wayland", wayland::isOffered, waylandScreens},
+    {"none", always, plain<Screens, AbsentScreens>},
+});
 
-std::unique_ptr<WindowList> swayWindows(const Session &session, const ApplicationNames &names)
+constexpr auto windowLists = std::to_array<Row<WindowList, ApplicationNames>>({
+    {"x11", x11::isOffered, x11::windowList},
+    {"kwin", kwin::isOffered, kwin::windowList},
+    {"sway", sway::isOffered, sway::windowList},
+    {"none", always, plain<WindowList, AbsentWindowList, ApplicationNames>},
+});
+
+constexpr auto overlaySurfaces = std::to_array<Row<OverlaySurface>>({
+    {"x11", x11::showsWindows, x11::overlaySurface},
+    {"layer-shell", wayland::hasLayerShell, wayland::layerShellSurface},
+    {"full-screen", wayland::showsWindows, wayland::fullScreenSurface},
+    {"none", always, plain<OverlaySurface, AbsentOverlaySurface>},
+});
+
+/// Of desktops whose portal has no shortcuts.
+constexpr auto hotkeysWithoutPortal = std::to_array<Row<HotkeyService>>({
+    {"gnome", gnome::keepsKeybindings, gnome::hotkeyService},
+    {"none", always, plain<HotkeyService, AbsentHotkeyService>},
+});
+
+QCoro::Task<std::unique_ptr<HotkeyService>> portalHotkeysOrNext(const Session *session)
 {
-    return std::make_unique<sway::SwayWindowList>(*session.outputs(), names);
+    auto ofPortal = co_await portal::hotkeyService();
+    if (ofPortal != nullptr)
+        co_return ofPortal;
+    co_return choose(hotkeysWithoutPortal, *session, "LUMACAP_HOTKEY_SERVICE");
 }
 
-using WindowListRow = Row<WindowList, ApplicationNames>;
-std::unique_ptr<WindowList> kwinWindowList(const Session &session, const ApplicationNames &names)
+std::unique_ptr<HotkeyService> portalHotkeys(const Session &session)
 {
-    return std::make_unique<kwin::KWinWindowList>(*session.outputs(), names,
-                                                  QDBusConnection::sessionBus());
+    return std::make_unique<LateHotkeyService>(portalHotkeysOrNext(&session));
 }
 
-constexpr std::array windowLists{
-    WindowListRow{"kwin", hasKWin, kwinWindowList},
-    WindowListRow{"x11", hasX11, overX11<WindowList, x11::X11WindowList, ApplicationNames>},
-    WindowListRow{"sway", hasSway, swayWindows},
-    WindowListRow{"none", always, plain<WindowList, AbsentWindowList, ApplicationNames>},
-};
+constexpr auto hotkeyServices = std::to_array<Row<HotkeyService>>({
+    {"x11", x11::isOffered, x11::hotkeyService},
+    {"kwin", kwin::givesShortcuts, kwin::hotkeyService},
+    {"sway", sway::isOffered, sway::hotkeyService},
+    {"portal", portal::isOffered, portalHotkeys},
+    {"gnome", gnome::keepsKeybindings, gnome::hotkeyService},
+    {"none", always, plain<HotkeyService, AbsentHotkeyService>},
+});
 
-bool hasLayerShell(const Session &session)
-{
-    return hasWayland(session) && wayland::LayerShellOverlaySurface::isOffered(*session.wayland());
-}
-
-bool hasWaylandWindows(const Session &session)
-{
-    return hasWayland(session) && wayland::FullScreenOverlaySurface::isOffered();
-}
-
-template <class Backend>
-std::unique_ptr<OverlaySurface> overOutputs(const Session &session)
-{
-    return std::make_unique<Backend>(*session.outputs());
-}
-
-constexpr std::array overlaySurfaces{
-    Row<OverlaySurface>{"x11", hasX11Windows, overX11<OverlaySurface, x11::X11OverlaySurface>},
-    Row<OverlaySurface>{"layer-shell", hasLayerShell,
-                        overOutputs<wayland::LayerShellOverlaySurface>},
-    Row<OverlaySurface>{"full-screen", hasWaylandWindows,
-                        overOutputs<wayland::FullScreenOverlaySurface>},
-    Row<OverlaySurface>{"none", always, plain<OverlaySurface, AbsentOverlaySurface>},
-};
-
-std::unique_ptr<HotkeyService> hotkeysOverX11(const Session & /*session*/)
-{
-    auto connection = xcb::Connection::open();
-    if (!connection) // the server is going at this moment
-        return std::make_unique<AbsentHotkeyService>();
-    return std::make_unique<x11::X11HotkeyService>(std::move(*connection));
-}
-
-std::unique_ptr<HotkeyService> swayHotkeys(const Session &session)
-{
-    return std::make_unique<sway::SwayHotkeyService>(
-        std::make_unique<sway::SeatKeymap>(*session.wayland()));
-}
-
-bool hasKWinShortcuts(const Session &session)
-{
-    return hasKWin(session) && session.hasBusName(u"org.kde.kglobalaccel"_s);
-}
-
-std::unique_ptr<HotkeyService> hotkeysOverKWin(const Session &session)
-{
-    kwin::KWinHotkeyService::Actions actions;
-    for (const HotkeyCommandRow &entry : hotkeyCommands)
-        actions.insert({entry.id, {row(entry.command).name, entry.title}});
-    return std::make_unique<kwin::KWinHotkeyService>(*session.wayland(),
-                                                     QDBusConnection::sessionBus(), actions);
-}
-
-bool hasGnomeShortcuts(const Session &session)
-{
-    return hasWayland(session) && session.hasBusName(u"org.gnome.SettingsDaemon.MediaKeys"_s)
-        && gnome::Module().makeKeybindings() != nullptr;
-}
-
-std::unique_ptr<HotkeyService> hotkeysOfGnome(const Session & /*session*/)
-{
-    std::vector<gnome::HotkeyCommand> commands;
-    for (const HotkeyCommandRow &entry : hotkeyCommands)
-        commands.push_back({entry.id, row(entry.command).name, u"Lumacap: "_s + entry.title});
-    return std::make_unique<gnome::GnomeHotkeyService>(gnome::Module().makeKeybindings(),
-                                                       QCoreApplication::applicationFilePath(),
-                                                       std::move(commands));
-}
-
-constexpr std::array hotkeyServices{
-    Row<HotkeyService>{"kwin", hasKWinShortcuts, hotkeysOverKWin},
-    Row<HotkeyService>{"x11", hasX11, hotkeysOverX11},
-    Row<HotkeyService>{"sway", hasSway, swayHotkeys},
-    Row<HotkeyService>{"gnome", hasGnomeShortcuts, hotkeysOfGnome},
-    Row<HotkeyService>{"none", always, plain<HotkeyService, AbsentHotkeyService>},
-};
-
-bool controlsData(const Session &session)
-{
-    return hasWayland(session) && wayland::DataControlPasteboard::isOffered(*session.wayland());
-}
-
-std::unique_ptr<Pasteboard> dataControl(const Session &session)
-{
-    return std::make_unique<wayland::DataControlPasteboard>(*session.wayland());
-}
-
-constexpr std::array pasteboards{
-    Row<Pasteboard>{"x11", hasX11, overX11<Pasteboard, x11::X11Pasteboard>},
-    Row<Pasteboard>{"data-control", controlsData, dataControl},
-    Row<Pasteboard>{"none", always, plain<Pasteboard, AbsentPasteboard>},
-};
+constexpr auto pasteboards = std::to_array<Row<Pasteboard>>({
+    {"x11", x11::isOffered, x11::pasteboard},
+    {"data-control", wayland::controlsData, wayland::dataControl},
+    {"none", always, plain<Pasteboard, AbsentPasteboard>},
+});
 
 QString settingsPath()
 {
@@ -357,8 +169,8 @@ QString soundPath()
 
 std::unique_ptr<StatusItem> trayItem(const Session &session)
 {
-    const auto ownWindows =
-        hasX11(session) ? freedesktop::OwnWindows::Allowed : freedesktop::OwnWindows::Refused;
+    const auto ownWindows = x11::isOffered(session) ? freedesktop::OwnWindows::Allowed
+                                                    : freedesktop::OwnWindows::Refused;
     return std::make_unique<freedesktop::TrayStatusItem>(
         QDBusConnection::connectToBus(QDBusConnection::SessionBus, u"tray"_s), ownWindows);
 }

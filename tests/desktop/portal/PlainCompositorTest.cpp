@@ -20,8 +20,7 @@ TEST(WestonDesktop, showsAPicturePixelForPixel)
     WestonDesktop desktop({.pixels = {1200, 700}, .scale = 2});
     const QImage picture = noisePicture({1200, 700});
     desktop.paint(u"any"_s, picture);
-    EXPECT_TRUE(
-        waitFor([&] { return differingPixels(picture, desktop.look(u"any"_s)) == 0; }));
+    EXPECT_TRUE(waitFor([&] { return differingPixels(picture, desktop.look(u"any"_s)) == 0; }));
 }
 
 /// A compositor without a seat, and a session without a portal.

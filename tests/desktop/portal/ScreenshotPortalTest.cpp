@@ -205,9 +205,8 @@ TEST_F(ScreenshotPortal, takesTwoPicturesOneAfterTheOther)
     agent.requireReady();
     agent.activateSoon(u"full-screen"_s);
     agent.activateSoon(u"full-screen"_s);
-    ASSERT_TRUE(waitFor([&portal] {
-        return portal.output() == "ready\nRegister\nScreenshot\nScreenshot\n";
-    }));
+    ASSERT_TRUE(waitFor(
+        [&portal] { return portal.output() == "ready\nRegister\nScreenshot\nScreenshot\n"; }));
     EXPECT_TRUE(waitFor([this] { return entriesOf(portalFolder(desktop)).isEmpty(); }));
     EXPECT_EQ(differingPixels(picture, savedPicture()), 0);
     EXPECT_EQ(agent.process().output(), QByteArray());

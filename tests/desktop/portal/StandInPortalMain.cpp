@@ -7,14 +7,20 @@
 // that, or names URI. It says on standard output, a line each: "ready", and the name of each call.
 
 #include "StandInPortal.h"
+#include "platform/portal/shortcuts/BoundShortcut.h"
+#include "platform/portal/shortcuts/ShortcutSession.h"
 
 #include <QCoreApplication>
+#include <QDBusArgument>
+#include <QDBusObjectPath>
 #include <QFile>
 #include <QUrl>
 
+#include <algorithm>
 #include <array>
 #include <cstdio>
 #include <cstdlib>
+#include <optional>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -72,6 +78,50 @@ QString newPicture(const QString &picture, const QString &folder)
     return QString::fromUtf8(QUrl::fromLocalFile(file).toEncoded());
 }
 
+QVariantMap optionsOf(const QDBusMessage &call)
+{
+    return qdbus_cast<QVariantMap>(call.arguments().constLast());
+}
+
+/// The shortcuts of one client, as far as a stand-in keeps them.
+class Shortcuts : public QObject {
+    Q_OBJECT
+
+public:
+    explicit Shortcuts(StandInPortal &portal)
+        : m_portal(portal)
+    {
+        registerBoundShortcuts();
+        portal.setVersion(shortcutsInterface, 1);
+        portal.setResults(u"CreateSession"_s, [this](const QDBusMessage &call) {
+            m_session = portalPath
+                + u"/session/%1/%2"_s.arg(call.service().mid(1).replace(u'.', u'_'),
+                                          optionsOf(call)[u"session_handle_token"_s].toString());
+            return QVariantMap{{u"session_handle"_s, m_session}};
+        });
+        portal.setResults(u"BindShortcuts"_s, [](const QDBusMessage &call) {
+            const auto asked = qdbus_cast<QList<BoundShortcut>>(call.arguments().at(1));
+            for (const BoundShortcut &shortcut : asked)
+                say(shortcut.facts[u"preferred_trigger"_s].toString());
+            return QVariantMap{{u"shortcuts"_s, QVariant::fromValue(asked)}};
+        });
+        QDBusConnection::sessionBus().connect({}, {}, u"org.example.StandIn"_s, u"Press"_s, this,
+                                              SLOT(press(QString)));
+    }
+
+private Q_SLOTS:
+    void press(const QString &id)
+    {
+        m_portal.tell(
+            portalPath, shortcutsInterface, u"Activated"_s,
+            {QVariant::fromValue(QDBusObjectPath(m_session)), id, qulonglong{1}, QVariantMap()});
+    }
+
+private:
+    StandInPortal &m_portal;
+    QString m_session;
+};
+
 } // namespace
 
 int main(int argc, char **argv)
@@ -87,6 +137,9 @@ int main(int argc, char **argv)
         else
             options[name] = value;
     }
+    std::optional<Shortcuts> shortcuts;
+    if (options.contains(u"shortcuts"_s))
+        shortcuts.emplace(portal);
     portal.setVersion(u"org.freedesktop.portal.Screenshot"_s, 2);
     portal.setResults(u"Screenshot"_s, [&options](const QDBusMessage & /*call*/) {
         const QString uri = options.contains(u"uri"_s)
@@ -99,3 +152,5 @@ int main(int argc, char **argv)
     say(u"ready"_s);
     return QCoreApplication::exec();
 }
+
+#include "StandInPortalMain.moc"

@@ -126,7 +126,6 @@ void StandInPortal::respond(const QDBusMessage &call, const QString &from, uint 
     tell(from, requestInterface, u"Response"_s, {verdict, results ? results(call) : QVariantMap()});
 }
 
-/// When the call is done with, whose connection goes.
 void StandInPortal::leaveSoon()
 {
     const auto leave = [this] {

@@ -43,6 +43,8 @@ public:
     QString uniqueName() const { return m_connection.baseService(); }
     void appear();
     void vanish();
+    /// Leaves the bus, once the loop turns, where nobody else has its connection.
+    void leaveSoon();
     void setVersion(const QString &interface, uint version) { m_versions[interface] = version; }
     void setManner(const QString &method, Manner manner) { m_manners[method] = {manner}; }
     /// One for each call in turn; the last one for all that follow.
@@ -71,7 +73,6 @@ private:
     Manner nextManner(const QString &method);
     bool tellVersion(const QDBusMessage &message);
     void answerRequest(const QDBusMessage &call);
-    void leaveSoon();
     void respond(const QDBusMessage &call, const QString &path, uint verdict);
 
     QDBusConnection m_connection;

@@ -1,0 +1,49 @@
+#include "app/GnomeBackends.h"
+
+#include "app/HotkeyCommands.h"
+#include "app/Session.h"
+#include "app/WaylandBackends.h"
+#include "platform/gnome/FrameReader.h"
+#include "platform/gnome/GnomeHotkeyService.h"
+#include "platform/gnome/Module.h"
+#include "platform/gnome/MutterScreenCapture.h"
+
+#include <QCoreApplication>
+#include <QDBusConnection>
+
+#include <utility>
+#include <vector>
+
+using namespace Qt::StringLiterals;
+
+namespace lumacap::gnome {
+
+bool castsScreens(const Session &session)
+{
+    return wayland::isOffered(session) && session.hasBusName(u"org.gnome.Mutter.ScreenCast"_s)
+        && Module().isLoaded();
+}
+
+bool keepsKeybindings(const Session &session)
+{
+    return wayland::isOffered(session)
+        && session.hasBusName(u"org.gnome.SettingsDaemon.MediaKeys"_s)
+        && Module().makeKeybindings() != nullptr;
+}
+
+std::unique_ptr<ScreenCapture> screenCapture(const Session &session)
+{
+    return std::make_unique<MutterScreenCapture>(QDBusConnection::sessionBus(), *session.outputs(),
+                                                 Module().makeFrameReader());
+}
+
+std::unique_ptr<HotkeyService> hotkeyService(const Session & /*session*/)
+{
+    std::vector<HotkeyCommand> commands;
+    for (const HotkeyCommandRow &entry : hotkeyCommands)
+        commands.push_back({entry.id, row(entry.command).name, u"Lumacap: "_s + entry.title});
+    return std::make_unique<GnomeHotkeyService>(
+        Module().makeKeybindings(), QCoreApplication::applicationFilePath(), std::move(commands));
+}
+
+} // namespace lumacap::gnome

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "platform/HotkeyService.h"
+#include "platform/ScreenCapture.h"
+#include "platform/Screens.h"
+
+#include <memory>
+
+namespace lumacap {
+class Session;
+}
+
+/// What GNOME has in a Wayland session.
+namespace lumacap::gnome {
+
+bool castsScreens(const Session &session);
+bool keepsKeybindings(const Session &session);
+
+std::unique_ptr<ScreenCapture> screenCapture(const Session &session);
+std::unique_ptr<HotkeyService> hotkeyService(const Session &session);
+
+} // namespace lumacap::gnome

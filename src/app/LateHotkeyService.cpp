@@ -1,0 +1,88 @@
+#include "app/LateHotkeyService.h"
+
+#include "platform/Spawn.h"
+
+#include <QPointer>
+
+#include <utility>
+
+namespace lumacap {
+
+LateHotkeyService::LateHotkeyService(QCoro::Task<std::unique_ptr<HotkeyService>> choice)
+{
+    spawn(await(std::move(choice)));
+}
+
+QCoro::Task<> LateHotkeyService::await(QCoro::Task<std::unique_ptr<HotkeyService>> choice)
+{
+    const QPointer self{this};
+    auto chosen = co_await std::move(choice);
+    if (self)
+        adopt(std::move(chosen));
+}
+
+void LateHotkeyService::adopt(std::unique_ptr<HotkeyService> chosen)
+{
+    m_chosen = std::move(chosen);
+    m_chosen->setPressedHandler(m_onPressed);
+    if (m_isSuspended)
+        m_chosen->suspend();
+    for (const auto &[ref, registration] : m_registrations)
+        pass(ref);
+}
+
+/// The service answers later, when its own number of the registration is known.
+void LateHotkeyService::pass(HotKeyRef ref)
+{
+    Registration &registration = m_registrations.at(ref);
+    registration.chosenRef = m_chosen->registerHotKey(
+        registration.hotKey,
+        [this, ref, answer = std::move(registration.answer)](HotKeyState state) {
+            if (state == HotKeyState::NotLive)
+                m_registrations.erase(ref);
+            answer(state);
+        });
+}
+
+void LateHotkeyService::setPressedHandler(PressedHandler handler)
+{
+    m_onPressed = std::move(handler);
+    if (m_chosen)
+        m_chosen->setPressedHandler(m_onPressed);
+}
+
+HotKeyRef LateHotkeyService::registerHotKey(const HotKey &hotKey, Answer answer)
+{
+    m_lastRef = HotKeyRef{std::to_underlying(m_lastRef) + 1};
+    m_registrations.emplace(m_lastRef, Registration{hotKey, std::move(answer), {}});
+    if (m_chosen)
+        pass(m_lastRef);
+    return m_lastRef;
+}
+
+void LateHotkeyService::unregisterHotKey(HotKeyRef ref)
+{
+    const auto registration = m_registrations.find(ref);
+    if (registration == m_registrations.end())
+        return;
+    const std::optional<HotKeyRef> chosenRef = registration->second.chosenRef;
+    m_registrations.erase(registration);
+    if (chosenRef)
+        m_chosen->unregisterHotKey(*chosenRef);
+}
+
+void LateHotkeyService::suspend()
+{
+    m_isSuspended = true;
+    if (m_chosen)
+        m_chosen->suspend();
+}
+
+void LateHotkeyService::resume()
+{
+    m_isSuspended = false;
+    if (m_chosen)
+        m_chosen->resume();
+}
+
+} // namespace lumacap
