@@ -2,6 +2,7 @@
 
 #include "ListedWindows.h"
 #include "harness/PlainWindow.h"
+#include "harness/PrivateDesktop.h"
 #include "harness/WaitFor.h"
 
 #include <gmock/gmock.h>
