@@ -58,7 +58,10 @@ std::vector<Screen> screensOf(const std::vector<Output> &outputs)
 Point<Global> globalPoint(QPointF place, const std::vector<Output> &outputs)
 {
     const QRect main = outputs.empty() ? QRect() : outputs.front().frame;
-    return {place.x() - main.x(), main.y() + main.height() - place.y()};
+    // A frame has its upper and left edges, and with y up its lower one instead of the upper: no
+    // place may lie on an edge.
+    const QPointF middle(std::floor(place.x()) + 0.5, std::floor(place.y()) + 0.5);
+    return {middle.x() - main.x(), main.y() + main.height() - middle.y()};
 }
 
 Rect<TopLeftGlobal> topLeftFrame(const QRectF &frame, const std::vector<Output> &outputs)

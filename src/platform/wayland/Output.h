@@ -46,7 +46,8 @@ std::vector<DisplayInfo> displaysOf(const std::vector<Output> &outputs);
 /// The outputs as screens, in their order. The first one is the main one.
 std::vector<Screen> screensOf(const std::vector<Output> &outputs);
 
-/// A place in the compositor's units, y down, where `outputs` are.
+/// The middle of the unit that `place` is in, in the compositor's units, y down: on the screen of
+/// the output that has it, and on no other.
 Point<Global> globalPoint(QPointF place, const std::vector<Output> &outputs);
 
 /// Frames of windows count from the upper left of the first output.
