@@ -146,6 +146,7 @@ constexpr auto hotkeyServices = std::to_array<Row<HotkeyService>>({
 constexpr auto pasteboards = std::to_array<Row<Pasteboard>>({
     {"x11", x11::isOffered, x11::pasteboard},
     {"data-control", wayland::controlsData, wayland::dataControl},
+    {"xwayland", gnome::runsXServer, gnome::pasteboard},
     {"none", always, plain<Pasteboard, AbsentPasteboard>},
 });
 

@@ -7,6 +7,7 @@
 #include "platform/gnome/GnomeHotkeyService.h"
 #include "platform/gnome/Module.h"
 #include "platform/gnome/MutterScreenCapture.h"
+#include "platform/gnome/XwaylandPasteboard.h"
 
 #include <QCoreApplication>
 #include <QDBusConnection>
@@ -31,6 +32,11 @@ bool keepsKeybindings(const Session &session)
         && Module().makeKeybindings() != nullptr;
 }
 
+bool runsXServer(const Session &session)
+{
+    return wayland::isOffered(session) && qgetenv("DISPLAY").startsWith(':');
+}
+
 std::unique_ptr<ScreenCapture> screenCapture(const Session &session)
 {
     return std::make_unique<MutterScreenCapture>(QDBusConnection::sessionBus(), *session.outputs(),
@@ -44,6 +50,11 @@ std::unique_ptr<HotkeyService> hotkeyService(const Session & /*session*/)
         commands.push_back({entry.id, row(entry.command).name, u"Lumacap: "_s + entry.title});
     return std::make_unique<GnomeHotkeyService>(
         Module().makeKeybindings(), QCoreApplication::applicationFilePath(), std::move(commands));
+}
+
+std::unique_ptr<Pasteboard> pasteboard(const Session & /*session*/)
+{
+    return std::make_unique<XwaylandPasteboard>();
 }
 
 } // namespace lumacap::gnome

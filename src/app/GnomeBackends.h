@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/HotkeyService.h"
+#include "platform/Pasteboard.h"
 #include "platform/ScreenCapture.h"
 #include "platform/Screens.h"
 
@@ -15,8 +16,11 @@ namespace lumacap::gnome {
 
 bool castsScreens(const Session &session);
 bool keepsKeybindings(const Session &session);
+/// Whether the Wayland session has an X server in it, running or not.
+bool runsXServer(const Session &session);
 
 std::unique_ptr<ScreenCapture> screenCapture(const Session &session);
 std::unique_ptr<HotkeyService> hotkeyService(const Session &session);
+std::unique_ptr<Pasteboard> pasteboard(const Session &session);
 
 } // namespace lumacap::gnome

@@ -115,9 +115,11 @@ QStringList GSettingsKeybindings::paths() const
 void GSettingsKeybindings::setPaths(const QStringList &paths)
 {
     std::vector<QByteArray> bytes;
+    bytes.reserve(static_cast<std::size_t>(paths.size()));
     for (const QString &path : paths)
         bytes.push_back(path.toUtf8());
     std::vector<const gchar *> texts;
+    texts.reserve(bytes.size() + 1);
     for (const QByteArray &path : bytes)
         texts.push_back(path.constData());
     texts.push_back(nullptr);

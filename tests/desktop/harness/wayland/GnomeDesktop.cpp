@@ -55,7 +55,7 @@ GnomeDesktop::GnomeDesktop(const GnomeOptions &options)
     set("WAYLAND_DISPLAY", "wayland-0");
     startPipeWire();
     startShell(options);
-    if (options.xServer == XServerInside::OnDemand)
+    if (options.xServer == XServerInside::Present)
         findXServer();
     evaluate(u"Main.overview.hide()"_s);
     if (options.checks == ShellChecks::On)

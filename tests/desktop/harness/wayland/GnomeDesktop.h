@@ -11,7 +11,7 @@ namespace lumacap::harness {
 /// Whether the shell asks who it is that wants to see the screen or to run scripts in it.
 enum class ShellChecks { Off, On };
 /// Whether X11 programs find a server.
-enum class XServerInside { Absent, OnDemand };
+enum class XServerInside { Absent, Present };
 
 /// The make of a GNOME session.
 struct GnomeOptions {
