@@ -68,19 +68,6 @@ TEST_F(ScreencopyTest, takesTheFirstOfSeveralOutputs)
     EXPECT_EQ(differingOutside(corner, painted[u"HEADLESS-1"_s], firstDisplay()), 0);
 }
 
-TEST_F(ScreencopyTest, withoutAnOutputItSaysSo)
-{
-    startDesktop();
-    desktop->command(u"output HEADLESS-1 disable"_s);
-    const QString path = desktop->folder(u"pictures"_s) + u"/none.png"_s;
-
-    const Answer said = desktop->ask(program({u"full-screen"_s, u"--output"_s, path}));
-
-    EXPECT_EQ(said.ending, (Ending{.code = 1}));
-    EXPECT_EQ(said.errors.count('\n'), 1);
-    EXPECT_EQ(entriesOf(desktop->folder(u"pictures"_s)), QStringList());
-}
-
 TEST_F(ScreencopyTest, theAgentSavesTheMainScreen)
 {
     startDesktop();
