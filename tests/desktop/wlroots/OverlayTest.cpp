@@ -73,7 +73,7 @@ TEST_P(OverlayTest, givesTheKeyboardBack)
 {
     desktop->command(u"focus output HEADLESS-2"_s);
     desktop->input().moveTo({802, 2});
-    const Process &window = desktop->openWindow({.picture = noisePicture({200, 100}, 7)});
+    const Process &window = desktop->startWindow({.size = {200, 100}});
     ASSERT_TRUE(says(window, "focus"));
     const Process &process = coverRight();
     ASSERT_TRUE(says(process, "active"));
@@ -118,7 +118,7 @@ TEST_P(OverlayTest, isNotDisturbedByOtherOutputs)
 
 TEST_P(OverlayTest, leavesNothingBehindHoweverOften)
 {
-    const Process &window = desktop->openWindow({.picture = noisePicture({200, 100}, 7)});
+    const Process &window = desktop->startWindow({.size = {200, 100}});
     ASSERT_TRUE(says(window, "focus"));
 
     const Process &process = run({u"cycle"_s, u"1"_s, u"30"_s});
