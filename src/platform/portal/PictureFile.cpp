@@ -5,6 +5,7 @@
 #include <QBuffer>
 #include <QImageReader>
 
+#include <algorithm>
 #include <tuple>
 #include <utility>
 
@@ -99,7 +100,8 @@ PictureFile::PictureFile(std::unique_ptr<QFile> file, QByteArray path, bool isNe
 Result<QImage> PictureFile::read(const std::function<Result<void>(QSize)> &wanted)
 {
     QBuffer buffer;
-    buffer.setData(m_file->read(largestFile)); // it may have grown since
+    // Not to its end, which may have moved since.
+    buffer.setData(m_file->read(std::min(m_file->size(), largestFile)));
     if (!isWholePng(buffer.data()))
         return failure(u"the desktop's portal names a file that is no whole picture"_s);
     QImageReader reader(&buffer, "png");
