@@ -33,7 +33,7 @@ void OutputOverlaySurface::cover(QWidget &widget, const Screen &screen,
     m_onScreenChanged = std::move(onScreenChanged);
     const auto output = outputOf(screen, m_outputs.all());
     QScreen *const toolkitScreen = output ? toolkit::screenOf(*output) : nullptr;
-    if (toolkitScreen == nullptr) {
+    if (!output || toolkitScreen == nullptr) {
         tellScreenChanged();
         return;
     }
