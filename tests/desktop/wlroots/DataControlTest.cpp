@@ -44,20 +44,6 @@ TEST_F(DataControlTest, offersThePictureInEveryTypeWithoutAWindow)
             << type.toStdString();
 }
 
-TEST_F(DataControlTest, isDoneByTheToolkitWhereTheCompositorWantsAWindow)
-{
-    startDesktop();
-    desktop->set("LUMACAP_PASTEBOARD", "toolkit");
-    startAgent();
-
-    ASSERT_TRUE(agent->activate(u"full-screen"_s));
-
-    ASSERT_TRUE(waitFor([this] { return desktop->clipboardTypes().contains("image/png"); }));
-    const QByteArray png = desktop->clipboardBytes("image/png", usualLimit);
-    EXPECT_EQ(differingPixels(savedPicture(), readImage(*desktop, png, ImageKind::Png)), 0);
-    EXPECT_TRUE(waitFor([this] { return !desktop->answer(u"get_tree"_s).contains("clipboard"); }));
-}
-
 TEST_F(DataControlTest, aReaderThatAsksForAnythingElseGetsNothing)
 {
     capture();

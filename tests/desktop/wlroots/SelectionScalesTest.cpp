@@ -9,13 +9,13 @@ namespace {
 using namespace Qt::StringLiterals;
 
 /// The native pixels of `output` that a drag between two places selects: from the nearest ones on,
-/// as many as are full. The pointer is in the middle of a unit.
+/// as many as are full.
 QRect draggedPixels(const TestOutput &output, QPoint from, QPoint to)
 {
     const double across = static_cast<double>(output.pixels.width()) / output.frame.width();
     const double down = static_cast<double>(output.pixels.height()) / output.frame.height();
     const auto whole = [](double pixels) { return static_cast<int>(std::floor(pixels)); };
-    return {whole((from.x() + 0.5) * across + 0.5), whole((from.y() + 0.5) * down + 0.5),
+    return {whole(from.x() * across + 0.5), whole(from.y() * down + 0.5),
             whole((to.x() - from.x()) * across), whole((to.y() - from.y()) * down)};
 }
 
@@ -40,8 +40,8 @@ struct SelectionScalesTest : SwayAgentFixture, testing::WithParamInterface<Layou
 TEST_P(SelectionScalesTest, aDragSavesExactlyTheNativePixelsUnderIt)
 {
     openOverlayOnTheFirst();
-    const QPoint from(101, 175);
-    const QPoint to(350, 397);
+    const QPoint from(104, 176);
+    const QPoint to(350, 398);
 
     desktop->input().drag(output.frame.topLeft() + from, output.frame.topLeft() + to);
     desktop->input().press({evdev::enter});
