@@ -39,8 +39,8 @@ constexpr std::array modifierRows{
     ModifierRow{carbon::cmdKey, modifier::logo, "Mod4"_L1},
 };
 
-// By the key and not by its symbol, once however long it is held, and of the kind that stands
-// beside others.
+// By the key and not by its symbol, once however long it is held, and of the kind that takes no
+// other's place.
 const QString flags = u"--no-repeat --inhibited"_s;
 
 QString quoted(QString text)

@@ -20,8 +20,8 @@ namespace lumacap::sway {
 ///
 /// The person's own bindings come first. A key that the configuration binds is left alone and
 /// answered as not live. Ours are of the kind that holds while a window inhibits shortcuts, which
-/// hardly any other is: so they stand beside a binding of the same key code that is not in the
-/// configuration, and never in its place.
+/// hardly any other is: so they never take the place of another, and of two for the same key code
+/// the earlier one, which is never ours at the start of a session or after a reload, is run.
 class SwayHotkeyService final : public QObject, public HotkeyService {
     Q_OBJECT
 
