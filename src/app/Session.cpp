@@ -3,6 +3,7 @@
 #include "platform/kwin/OutputOrder.h"
 #include "platform/wayland/Connection.h"
 #include "platform/wayland/Outputs.h"
+#include "platform/wlroots/sway/Ipc.h"
 #include "platform/xcb/Connection.h"
 
 #include <QDBusConnection>
@@ -60,6 +61,8 @@ Session Session::open()
         session.m_outputs = std::make_unique<wayland::Outputs>(*session.m_wayland);
         session.m_outputOrder =
             std::make_unique<kwin::OutputOrder>(*session.m_wayland, *session.m_outputs);
+        // Once: its socket has room for three who come at the same time.
+        session.m_hasSway = sway::Ipc::isOffered(*session.m_wayland);
         for (const QString &method : {u"ListNames"_s, u"ListActivatableNames"_s}) {
             for (const QString &name : namesListed(method))
                 session.m_busNames.insert(name);

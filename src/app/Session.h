@@ -42,6 +42,8 @@ public:
     /// Both null in a session without a Wayland compositor.
     wayland::Connection *wayland() const { return m_wayland.get(); }
     wayland::Outputs *outputs() const { return m_outputs.get(); }
+    /// Whether the compositor speaks sway's language over a socket of its own.
+    bool hasSway() const { return m_hasSway; }
     /// Whether somebody on the session bus answers to `name`, or is started when asked. Always
     /// false in an X session, which needs nobody there.
     bool hasBusName(const QString &name) const { return m_busNames.contains(name); }
@@ -56,6 +58,7 @@ private:
     std::unique_ptr<wayland::Outputs> m_outputs;
     std::unique_ptr<kwin::OutputOrder> m_outputOrder;
     QSet<QString> m_busNames;
+    bool m_hasSway = false;
 };
 
 } // namespace lumacap

@@ -11,7 +11,7 @@ namespace lumacap::sway {
 
 bool isOffered(const Session &session)
 {
-    return wayland::isOffered(session) && Ipc::isOffered(*session.wayland());
+    return session.hasSway();
 }
 
 std::unique_ptr<wayland::PointerFinder> pointerFinder(const Session &session)
