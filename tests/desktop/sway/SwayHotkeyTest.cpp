@@ -219,5 +219,14 @@ TEST_F(SwayHotkeys, areAnsweredAnewWhenTheyAreRegisteredAgain)
     EXPECT_TRUE(says("pressed 1"));
 }
 
+TEST_F(SwayHotkeys, areNotAskedOfAnotherSwayWhoseSocketWasLeftBehind)
+{
+    const SwayDesktop other;
+    startDesktop({});
+    m_desktop->set("SWAYSOCK", other.environment().at("SWAYSOCK"));
+    startProbe({controlShiftOne});
+    EXPECT_TRUE(says("refused 1"));
+}
+
 } // namespace
 } // namespace lumacap::harness

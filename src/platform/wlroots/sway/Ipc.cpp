@@ -62,11 +62,15 @@ QString Ipc::path()
 bool Ipc::isOffered(const wayland::Connection &connection)
 {
     UnixSocket socket;
-    // One that is busy will be there in a moment.
-    if (socket.connectTo(path()) == UnixSocket::Connecting::Refused)
-        return false;
-    const auto listener = peerProcess(socket.descriptor());
-    return !listener || listener == peerProcess(wl_display_get_fd(connection.raw()));
+    switch (socket.connectTo(path())) {
+    case UnixSocket::Connecting::Done:
+        return peerProcess(socket.descriptor()) == peerProcess(wl_display_get_fd(connection.raw()));
+    case UnixSocket::Connecting::Busy: // nobody to be known yet, but somebody is there
+        return true;
+    case UnixSocket::Connecting::Refused:
+        break;
+    }
+    return false;
 }
 
 void Ipc::connectToServer()
