@@ -47,8 +47,8 @@ private:
 TEST(Ipc, answersComeInTheOrderOfTheQuestions)
 {
     StandInSway sway([&](const Message &question) { sway.say(question.type, question.payload); });
-    Ipc ipc(sway.path(), patience);
     Answers answers;
+    Ipc ipc(sway.path(), patience);
     ipc.ask(Request::GetTree, "[1]", answers.to(u"tree"_s));
     ipc.ask(Request::RunCommand, "[2]", answers.to(u"command"_s));
     ASSERT_TRUE(answers.come(2));
@@ -92,8 +92,8 @@ TEST(Ipc, anEventBetweenTwoAnswersIsNoAnswer)
 TEST(Ipc, aQuestionWithoutAnswerFailsAndItsLateAnswerIsNotTheNextOnes)
 {
     StandInSway sway([](const Message &) { });
-    Ipc ipc(sway.path(), soon);
     Answers answers;
+    Ipc ipc(sway.path(), soon);
     ipc.ask(Request::GetTree, "", answers.to(u"first"_s));
     ASSERT_TRUE(answers.come(1));
     EXPECT_THAT(answers.all(), ElementsAre(Pair(u"first"_s, "none")));
@@ -109,8 +109,8 @@ TEST(Ipc, aQuestionWithoutAnswerFailsAndItsLateAnswerIsNotTheNextOnes)
 TEST(Ipc, theLoopTurnsWhileACompositorHangs)
 {
     StandInSway sway([](const Message &) { });
-    Ipc ipc(sway.path(), 300ms);
     Answers answers;
+    Ipc ipc(sway.path(), 300ms);
     ipc.ask(Request::GetTree, "", answers.to(u"tree"_s));
     int turns = 0;
     QTimer ticking;
@@ -123,8 +123,8 @@ TEST(Ipc, theLoopTurnsWhileACompositorHangs)
 TEST(Ipc, aCompositorThatHangsUpFailsAllThatIsAskedThenAndLater)
 {
     StandInSway sway([&](const Message &) { sway.hangUp(); });
-    Ipc ipc(sway.path(), patience);
     Answers answers;
+    Ipc ipc(sway.path(), patience);
     ipc.ask(Request::GetTree, "", answers.to(u"first"_s));
     ipc.ask(Request::GetTree, "", answers.to(u"second"_s));
     ASSERT_TRUE(answers.come(2));
@@ -140,8 +140,8 @@ TEST(Ipc, anAnswerThatIsCutShortFails)
         sway.sayBytes(StandInSway::message(question.type, "[1,2,3]").chopped(2));
         sway.hangUp();
     });
-    Ipc ipc(sway.path(), patience);
     Answers answers;
+    Ipc ipc(sway.path(), patience);
     ipc.ask(Request::GetTree, "", answers.to(u"tree"_s));
     ASSERT_TRUE(answers.come(1));
     EXPECT_THAT(answers.all(), ElementsAre(Pair(u"tree"_s, "none")));
@@ -150,8 +150,8 @@ TEST(Ipc, anAnswerThatIsCutShortFails)
 TEST(Ipc, rubbishEndsTheConversation)
 {
     StandInSway sway([&](const Message &) { sway.sayBytes("HTTP/1.1 400 Bad Request\r\n"); });
-    Ipc ipc(sway.path(), patience);
     Answers answers;
+    Ipc ipc(sway.path(), patience);
     ipc.ask(Request::GetTree, "", answers.to(u"tree"_s));
     ASSERT_TRUE(answers.come(1));
     EXPECT_THAT(answers.all(), ElementsAre(Pair(u"tree"_s, "none")));
@@ -162,8 +162,8 @@ TEST(Ipc, anAnswerThatIsNoJsonFailsAlone)
     StandInSway sway([&](const Message &question) {
         sway.say(question.type, sway.asked().size() == 1 ? "{\"a\":" : "[]");
     });
-    Ipc ipc(sway.path(), patience);
     Answers answers;
+    Ipc ipc(sway.path(), patience);
     ipc.ask(Request::GetTree, "", answers.to(u"first"_s));
     ipc.ask(Request::GetTree, "", answers.to(u"second"_s));
     ASSERT_TRUE(answers.come(2));
@@ -176,8 +176,8 @@ TEST(Ipc, answersThatNobodyAskedForAreForgotten)
         sway.say(question.type, "[1]");
         sway.say(question.type, "[2]");
     });
-    Ipc ipc(sway.path(), patience);
     Answers answers;
+    Ipc ipc(sway.path(), patience);
     ipc.ask(Request::GetTree, "", answers.to(u"first"_s));
     ASSERT_TRUE(answers.come(1));
     EXPECT_THAT(answers.all(), ElementsAre(Pair(u"first"_s, "[1]")));
@@ -186,8 +186,8 @@ TEST(Ipc, answersThatNobodyAskedForAreForgotten)
 TEST(Ipc, whereNobodyListensQuestionsFailAtOnce)
 {
     for (const QString &path : {QString(), u"/nowhere/at/all"_s, QString(300, u'x')}) {
-        Ipc ipc(path, patience);
         Answers answers;
+        Ipc ipc(path, patience);
         ipc.ask(Request::GetTree, "", answers.to(u"tree"_s));
         EXPECT_THAT(answers.all(), ElementsAre(Pair(u"tree"_s, "none"))) << path.toStdString();
     }
@@ -202,8 +202,8 @@ TEST(Ipc, aFullQueueIsTriedAgain)
     UnixSocket second;
     ASSERT_EQ(second.connectTo(sway.path()), UnixSocket::Connecting::Busy);
 
-    Ipc ipc(sway.path(), patience);
     Answers answers;
+    Ipc ipc(sway.path(), patience);
     ipc.ask(Request::GetTree, "", answers.to(u"tree"_s));
     sway.setAccepting(true);
     ASSERT_TRUE(answers.come(1));
@@ -216,8 +216,8 @@ TEST(Ipc, aQueueThatStaysFullIsNotWaitedForForever)
     sway.setAccepting(false);
     UnixSocket first;
     ASSERT_EQ(first.connectTo(sway.path()), UnixSocket::Connecting::Done);
-    Ipc ipc(sway.path(), patience);
     Answers answers;
+    Ipc ipc(sway.path(), patience);
     ipc.ask(Request::GetTree, "", answers.to(u"tree"_s));
     ASSERT_TRUE(answers.come(1));
     EXPECT_THAT(answers.all(), ElementsAre(Pair(u"tree"_s, "none")));
@@ -226,8 +226,8 @@ TEST(Ipc, aQueueThatStaysFullIsNotWaitedForForever)
 TEST(Ipc, whoeverWaitsWhenItEndsIsAnswered)
 {
     StandInSway sway([](const Message &) { });
-    auto ipc = std::make_unique<Ipc>(sway.path(), patience);
     Answers answers;
+    auto ipc = std::make_unique<Ipc>(sway.path(), patience);
     ipc->ask(Request::GetTree, "", answers.to(u"tree"_s));
     ipc.reset();
     EXPECT_THAT(answers.all(), ElementsAre(Pair(u"tree"_s, "none")));
@@ -249,8 +249,8 @@ TEST(Ipc, anAnswerMayEndIt)
 TEST(Ipc, finishingIsBoundedWhereTheCompositorHangs)
 {
     StandInSway sway([](const Message &) { });
-    Ipc ipc(sway.path(), patience);
     Answers answers;
+    Ipc ipc(sway.path(), patience);
     ipc.ask(Request::GetTree, "", answers.to(u"tree"_s));
     ipc.finish(soon);
     EXPECT_THAT(answers.all(), IsEmpty());
