@@ -1,3 +1,4 @@
+#include "harness/Agent.h"
 #include "harness/Input.h"
 #include "harness/Pictures.h"
 #include "harness/TestedBuild.h"
@@ -124,6 +125,17 @@ TEST_F(KWinHotkeyTest, theSettingsShowThemUnderTheProgramsName)
     ASSERT_TRUE(says("live 1"));
     EXPECT_EQ(titleOf(u"app_lumacap_Lumacap"_s), u"Lumacap"_s);
     EXPECT_EQ(actionsOf(u"app_lumacap_Lumacap"_s), QStringList{u"full-screen"_s});
+}
+
+TEST_F(KWinHotkeyTest, anAgentThatEndsLeavesNone)
+{
+    start({});
+    Agent agent(*desktop);
+    agent.requireReady();
+    EXPECT_TRUE(waitFor([&] { return actionsOf(u"app_lumacap_Lumacap"_s).size() == 2; }));
+    ASSERT_TRUE(agent.activate(u"quit"_s));
+    EXPECT_EQ(agent.process().waitForEnd(std::chrono::seconds(20)), Ending{});
+    EXPECT_TRUE(waitFor([&] { return actionsOf(u"app_lumacap_Lumacap"_s).isEmpty(); }));
 }
 
 TEST_F(KWinHotkeyTest, whatAnotherProgramHasStaysItsOwn)
