@@ -5,6 +5,7 @@
 #include "harness/WaitFor.h"
 #include "harness/wayland/KWinDesktop.h"
 
+#include <QCoreApplication>
 #include <QDBusMessage>
 #include <QDBusMetaType>
 #include <QDBusReply>
@@ -24,6 +25,29 @@ using namespace Qt::StringLiterals;
 const QString controlShiftThree = u"20:4608"_s;
 const QString controlOne = u"18:4096"_s;
 const QString controlA = u"0:4096"_s;
+
+/// Counts what the service tells of pressed keys.
+class Repetitions final : public QObject {
+    Q_OBJECT
+
+public:
+    explicit Repetitions(QDBusConnection bus)
+    {
+        bus.connect(u"org.kde.kglobalaccel"_s, {}, u"org.kde.kglobalaccel.Component"_s,
+                    u"globalShortcutPressed"_s, this, SLOT(onPressed()));
+    }
+    int count()
+    {
+        QCoreApplication::processEvents();
+        return m_count;
+    }
+
+private Q_SLOTS:
+    void onPressed() { ++m_count; }
+
+private:
+    int m_count = 0;
+};
 
 struct KWinHotkeyTest : testing::Test {
     void start(const QStringList &shortcuts, const QByteArray &layouts = "us")
@@ -103,6 +127,23 @@ TEST_F(KWinHotkeyTest, eachPressIsToldOnce)
     press({evdev::control, evdev::one});
     EXPECT_TRUE(says("pressed 2"));
     EXPECT_EQ(count("pressed 1"), 3);
+}
+
+TEST_F(KWinHotkeyTest, keysThatAreHeldArePressedOnce)
+{
+    start({controlOne, controlA});
+    ASSERT_TRUE(says("live 1") && says("live 2"));
+    Repetitions repetitions(desktop->connection());
+    desktop->input().key(evdev::control, Way::Down);
+    desktop->input().key(evdev::one, Way::Down);
+    require("repetitions", [&] { return repetitions.count() >= 3; });
+    desktop->input().key(evdev::one, Way::Up);
+    desktop->input().key(evdev::control, Way::Up);
+    press({evdev::control, evdev::letterA});
+    EXPECT_TRUE(says("pressed 2"));
+    EXPECT_EQ(count("pressed 1"), 1);
+    press({evdev::control, evdev::one});
+    EXPECT_TRUE(says("pressed 1", 2));
 }
 
 TEST_F(KWinHotkeyTest, aLockDoesNotMatter)
@@ -206,3 +247,5 @@ TEST_F(KWinHotkeyTest, theKeyStaysWhereItIsWhenTheLayoutChanges)
 
 } // namespace
 } // namespace lumacap::harness
+
+#include "KWinHotkeyTest.moc"

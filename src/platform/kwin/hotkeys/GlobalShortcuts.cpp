@@ -9,15 +9,21 @@
 #include <QDBusPendingCall>
 #include <QPointer>
 
+#include <chrono>
 #include <utility>
 
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 
 namespace lumacap::kwin {
 
 namespace {
 
 constexpr int replyLimit = 5'000; // milliseconds
+
+/// Keys that are held are told as pressed again and again. A release ends that; should it get lost,
+/// it is over when even the most patient keyboard would have repeated.
+constexpr auto longestRepetition = 6s;
 
 const auto serviceName = u"org.kde.kglobalaccel"_s;
 const auto componentName = u"app.lumacap.Lumacap"_s;
@@ -60,6 +66,8 @@ GlobalShortcuts::GlobalShortcuts(QDBusConnection bus)
     // looked at when it comes.
     m_bus.connect({}, {}, u"org.kde.kglobalaccel.Component"_s, u"globalShortcutPressed"_s, this,
                   SLOT(onPressed(QString, QString)));
+    m_bus.connect({}, {}, u"org.kde.kglobalaccel.Component"_s, u"globalShortcutReleased"_s, this,
+                  SLOT(onReleased(QString, QString)));
     spawn(findOwner());
 }
 
@@ -78,6 +86,7 @@ QCoro::Task<> GlobalShortcuts::findOwner()
 void GlobalShortcuts::follow(const QString &owner)
 {
     m_owner = owner;
+    m_held.clear();
     if (!m_owner.isEmpty())
         Q_EMIT appeared();
 }
@@ -94,11 +103,13 @@ QCoro::Task<QList<int>> GlobalShortcuts::setKeys(ShortcutAction action, QList<in
 
 void GlobalShortcuts::rest(const ShortcutAction &action)
 {
+    m_held.remove(action.name);
     send(u"setInactive"_s, {identifier(action)});
 }
 
 void GlobalShortcuts::forget(const ShortcutAction &action)
 {
+    m_held.remove(action.name);
     send(u"unregister"_s, {componentName, action.name});
 }
 
@@ -111,8 +122,24 @@ void GlobalShortcuts::send(const QString &method, const QVariantList &arguments)
 
 void GlobalShortcuts::onPressed(const QString &component, const QString &action)
 {
-    if (component == componentName && message().service() == m_owner)
+    if (!isOurs(component))
+        return;
+    const bool isRepetition = m_held.contains(action) && !m_held.value(action).hasExpired();
+    m_held.insert(action, QDeadlineTimer(longestRepetition));
+    if (!isRepetition)
         Q_EMIT pressed(action);
+}
+
+void GlobalShortcuts::onReleased(const QString &component, const QString &action)
+{
+    if (isOurs(component))
+        m_held.remove(action);
+}
+
+/// Of a signal that is being told.
+bool GlobalShortcuts::isOurs(const QString &component) const
+{
+    return component == componentName && message().service() == m_owner;
 }
 
 } // namespace lumacap::kwin

@@ -4,6 +4,8 @@
 #include <QDBusConnection>
 #include <QDBusContext>
 #include <QDBusServiceWatcher>
+#include <QDeadlineTimer>
+#include <QHash>
 #include <QList>
 #include <QObject>
 #include <QString>
@@ -41,20 +43,23 @@ public:
 Q_SIGNALS:
     /// The service has come, or has come back and knows nothing of us.
     void appeared();
-    /// Keys of an action were pressed.
+    /// Keys of an action were pressed; told once, however long they are held.
     void pressed(const QString &action);
 
 private Q_SLOTS:
     void onPressed(const QString &component, const QString &action);
+    void onReleased(const QString &component, const QString &action);
 
 private:
     QCoro::Task<> findOwner();
     void follow(const QString &owner);
     void send(const QString &method, const QVariantList &arguments);
+    bool isOurs(const QString &component) const;
 
     QDBusConnection m_bus;
     QDBusServiceWatcher m_owners;
     QString m_owner; // its unique name; empty while it is not there
+    QHash<QString, QDeadlineTimer> m_held; // actions, and until when they can be repetitions
 };
 
 } // namespace lumacap::kwin
