@@ -16,7 +16,7 @@ KWinHotkeyService::KWinHotkeyService(wayland::Connection &connection, QDBusConne
                                      Actions actions)
     : m_actions(std::move(actions))
     , m_keyboard(connection, bus)
-    , m_shortcuts(bus)
+    , m_shortcuts(std::move(bus))
 {
     connect(&m_keyboard, &Keyboard::changed, this, &KWinHotkeyService::askForChanged);
     connect(&m_shortcuts, &GlobalShortcuts::appeared, this, &KWinHotkeyService::askForAll);

@@ -21,7 +21,7 @@ namespace {
 
 constexpr std::uint32_t seatVersion = 5; // the first that can be let go
 constexpr int layoutLimit = 1'000; // milliseconds
-constexpr qsizetype largestKeymap = 4 * 1024 * 1024;
+constexpr qsizetype largestKeymap = qsizetype{4} * 1024 * 1024;
 
 const auto layoutsService = u"org.kde.keyboard"_s;
 const auto layoutsPath = u"/Layouts"_s;

@@ -107,8 +107,8 @@ std::vector<WindowFacts> windowFacts(const QByteArray &told)
 {
     std::vector<WindowFacts> windows;
     const QJsonArray list = QJsonDocument::fromJson(told).array();
-    for (qsizetype index = 0; index < list.size(); ++index) {
-        if (auto facts = factsOf(list.at(index).toObject()))
+    for (const auto value : list) {
+        if (auto facts = factsOf(value.toObject()))
             windows.push_back(*std::move(facts));
     }
     return windows;
