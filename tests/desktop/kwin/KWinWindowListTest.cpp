@@ -1,4 +1,5 @@
 #include "ListedWindows.h"
+#include "harness/Agent.h"
 #include "harness/Input.h"
 #include "harness/Pictures.h"
 #include "harness/WaitFor.h"
@@ -51,7 +52,7 @@ struct KWinWindowListTest : testing::Test {
         return QDBusReply<bool>(desktop.connection().call(question)).value();
     }
 
-    KWinDesktop desktop{KWinOptions{.size = {960, 600}}};
+    KWinDesktop desktop{KWinOptions{.size = {1000, 800}}};
     std::unique_ptr<ListedWindows> list;
 };
 
@@ -69,6 +70,25 @@ TEST_F(KWinWindowListTest, theFrontmostWindowIsFirstAndEachIsWhole)
     // Where the list says it is, there it is to be clicked: above it lies nothing but the pointer.
     desktop.input().click(window.frame.topLeft().toPoint() + QPoint(2, 2));
     EXPECT_TRUE(waitFor([&] { return lower.output().contains("button 272\n"); }));
+}
+
+TEST_F(KWinWindowListTest, theFrameIsWithTheDecorationAndWithoutTheShadow)
+{
+    Agent agent(desktop);
+    agent.requireReady();
+    ASSERT_TRUE(agent.activate(u"preferences"_s));
+    follow();
+    expectTitles({"Lumacap"});
+    const QRect frame = list->window("Lumacap").frame.toRect();
+    // A light title bar on a black desktop, on which the shadow is not seen.
+    const auto lightness = [&](QPoint place) {
+        return desktop.look(desktop.outputs().front().name).pixelColor(place).lightness();
+    };
+    constexpr int beside = 3;
+    EXPECT_TRUE(waitFor(
+        [&] { return lightness(frame.topLeft() + QPoint(frame.width() / 4, beside)) > 200; }));
+    EXPECT_LT(lightness(frame.topLeft() + QPoint(frame.width() / 4, -beside)), 50);
+    EXPECT_LT(lightness({frame.x() + frame.width() / 4, frame.y() + frame.height() + beside}), 50);
 }
 
 TEST_F(KWinWindowListTest, aRaisedWindowComesFirst)
@@ -131,7 +151,7 @@ TEST_F(KWinWindowListTest, aWindowOfAnotherDesktopIsLeftOut)
 
 TEST_F(KWinWindowListTest, whatLiesUnderAllWindowsIsBelowTheOrdinaryOnes)
 {
-    desktop.paint(desktop.outputs().front().name, noisePicture({960, 600}));
+    desktop.paint(desktop.outputs().front().name, noisePicture({1000, 800}));
     open("above");
     follow();
     require("both", [&] { return list->now().size() == 2; });
