@@ -90,15 +90,12 @@ void GnomeDesktop::startShell(const GnomeOptions &options)
     if (options.xServer == XServerInside::Absent)
         command.append(u"--no-x11"_s);
     m_shell = &start(u"shell"_s, command);
-    require(
-        "GNOME Shell",
-        [this] {
-            if (m_shell->ending())
-                throw std::runtime_error("the shell ended: " + m_shell->errors().toStdString());
-            return m_shell->output().contains("GNOME Shell started")
-                || m_shell->errors().contains("GNOME Shell started");
-        },
+    const auto said = [this] { return m_shell->output() + m_shell->errors(); };
+    const bool isUp = waitFor(
+        [this, &said] { return m_shell->ending() || said().contains("GNOME Shell started"); },
         std::chrono::seconds(60));
+    if (!isUp || m_shell->ending())
+        throw std::runtime_error("the shell does not start: " + said().toStdString());
 }
 
 void GnomeDesktop::findXServer()
