@@ -85,6 +85,7 @@ std::unique_ptr<wayland::PointerFinder> nobody(const Session & /*session*/)
 constexpr auto pointerFinders = std::to_array<Row<wayland::PointerFinder>>({
     {"kwin", kwin::isOffered, kwin::pointerFinder},
     {"sway", sway::isOffered, sway::pointerFinder},
+    {"mutter", gnome::castsScreens, gnome::pointerFinder},
     {"probe", wayland::probesPointer, wayland::probedPointer},
     {"none", always, nobody},
 });

@@ -3,6 +3,7 @@
 #include "app/HotkeyCommands.h"
 #include "app/Session.h"
 #include "app/WaylandBackends.h"
+#include "platform/gnome/CastPointerFinder.h"
 #include "platform/gnome/FrameReader.h"
 #include "platform/gnome/GnomeHotkeyService.h"
 #include "platform/gnome/Module.h"
@@ -41,6 +42,12 @@ std::unique_ptr<ScreenCapture> screenCapture(const Session &session)
 {
     return std::make_unique<MutterScreenCapture>(QDBusConnection::sessionBus(), *session.outputs(),
                                                  Module().makeFrameReader());
+}
+
+std::unique_ptr<wayland::PointerFinder> pointerFinder(const Session &session)
+{
+    return std::make_unique<CastPointerFinder>(QDBusConnection::sessionBus(), *session.outputs(),
+                                               Module().makeFrameReader());
 }
 
 std::unique_ptr<HotkeyService> hotkeyService(const Session & /*session*/)

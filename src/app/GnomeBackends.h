@@ -4,6 +4,7 @@
 #include "platform/Pasteboard.h"
 #include "platform/ScreenCapture.h"
 #include "platform/Screens.h"
+#include "platform/wayland/PointerFinder.h"
 
 #include <memory>
 
@@ -20,6 +21,7 @@ bool keepsKeybindings(const Session &session);
 bool runsXServer(const Session &session);
 
 std::unique_ptr<ScreenCapture> screenCapture(const Session &session);
+std::unique_ptr<wayland::PointerFinder> pointerFinder(const Session &session);
 std::unique_ptr<HotkeyService> hotkeyService(const Session &session);
 std::unique_ptr<Pasteboard> pasteboard(const Session &session);
 

@@ -4,9 +4,10 @@
 
 #include <QCoroTask>
 #include <QImage>
+#include <QPoint>
 
 #include <cstdint>
-#include <memory>
+#include <optional>
 
 namespace lumacap::gnome {
 
@@ -21,6 +22,9 @@ public:
     /// opaque, first row at the top, in memory of its own. Fails where PipeWire is gone, refuses,
     /// or brings none within five seconds. Keeps nothing open afterwards.
     virtual QCoro::Task<Result<QImage>> read(std::uint32_t node) = 0;
+    /// Where the pointer is in the first picture of `node`, a stream that tells it beside its
+    /// pictures: pixels from the upper left. Nothing where it is not within. Fails as above.
+    virtual QCoro::Task<Result<std::optional<QPoint>>> readPointer(std::uint32_t node) = 0;
 };
 
 } // namespace lumacap::gnome

@@ -55,7 +55,7 @@ QCoro::Task<Result<QImage>> MutterScreenCapture::grab(DisplayId display, QSize /
         co_return failure(u"the display has been unplugged"_s);
     const auto reader = m_reader;
     ScreenCast cast(m_bus);
-    const auto node = co_await cast.start(output->name);
+    const auto node = co_await cast.start(output->name, CastPointer::Painted);
     if (!node)
         co_return std::unexpected(node.error());
     co_return co_await reader->read(*node);

@@ -24,7 +24,8 @@ constexpr auto stepLimit = 3s;
 // A session that comes later than anybody waits for it is ended when it comes.
 constexpr auto lateSessionLimit = 10min;
 
-constexpr auto pointerInThePicture = 1U;
+constexpr auto paintedPointer = 1U;
+constexpr auto toldPointer = 2U;
 
 int milliseconds(std::chrono::milliseconds time)
 {
@@ -65,12 +66,12 @@ ScreenCast::~ScreenCast()
         stop(m_bus, m_shell, m_session);
 }
 
-QCoro::Task<Result<std::uint32_t>> ScreenCast::start(QString connector)
+QCoro::Task<Result<std::uint32_t>> ScreenCast::start(QString connector, CastPointer pointer)
 {
     const auto created = co_await createSession();
     if (!created)
         co_return std::unexpected(created.error());
-    const auto stream = co_await recordMonitor(connector);
+    const auto stream = co_await recordMonitor(connector, pointer);
     if (!stream)
         co_return std::unexpected(stream.error());
     // By the unique name: for any other the toolkit waits until the bus has told whose it is.
@@ -133,14 +134,15 @@ void ScreenCast::takeSession(const QDBusMessage &answer)
     Q_EMIT sessionAnswered();
 }
 
-QCoro::Task<Result<QDBusObjectPath>> ScreenCast::recordMonitor(QString connector)
+QCoro::Task<Result<QDBusObjectPath>> ScreenCast::recordMonitor(QString connector,
+                                                               CastPointer pointer)
 {
     auto question =
         QDBusMessage::createMethodCall(m_shell, m_session, sessionInterface, u"RecordMonitor"_s);
+    const uint mode = pointer == CastPointer::Painted ? paintedPointer : toldPointer;
     // To the shell a cast is a recording or the sharing of a screen. Of sharing it warns in the
     // panel for five seconds, within the pictures, and moves the icons there for it.
-    question << connector
-             << QVariantMap{{u"cursor-mode"_s, pointerInThePicture}, {u"is-recording"_s, true}};
+    question << connector << QVariantMap{{u"cursor-mode"_s, mode}, {u"is-recording"_s, true}};
     const QDBusMessage answer = co_await m_bus.asyncCall(question, milliseconds(stepLimit));
     const auto stream = pathIn(answer);
     if (!stream)

@@ -16,7 +16,10 @@ class QDBusPendingCallWatcher;
 
 namespace lumacap::gnome {
 
-/// A cast of one monitor with the pointer in it, which the shell makes and PipeWire carries
+/// Where the pointer of a cast is: painted into its pictures, or told beside them.
+enum class CastPointer { Painted, Told };
+
+/// A cast of one monitor, which the shell makes and PipeWire carries
 /// (org.gnome.Mutter.ScreenCast). Ends with the object, also where its beginning is still on its
 /// way.
 class ScreenCast final : public QObject {
@@ -29,7 +32,7 @@ public:
 
     /// Begins to cast the monitor on `connector` ("DP-1"). The answer is the cast's node in
     /// PipeWire. Called once; the object outlives the task.
-    QCoro::Task<Result<std::uint32_t>> start(QString connector);
+    QCoro::Task<Result<std::uint32_t>> start(QString connector, CastPointer pointer);
 
 Q_SIGNALS:
     /// The shell has answered whether there is a session.
@@ -41,7 +44,7 @@ private Q_SLOTS:
 
 private:
     QCoro::Task<Result<void>> createSession();
-    QCoro::Task<Result<QDBusObjectPath>> recordMonitor(QString connector);
+    QCoro::Task<Result<QDBusObjectPath>> recordMonitor(QString connector, CastPointer pointer);
     void requestSession();
     void takeSession(const QDBusMessage &answer);
 

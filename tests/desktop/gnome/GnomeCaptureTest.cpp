@@ -130,6 +130,30 @@ TEST_F(GnomeCapture, isTheSameAHundredTimesAndLeavesNothingOpen)
     EXPECT_TRUE(waitFor([&] { return threads(process) <= threadsBefore; }));
 }
 
+TEST_F(GnomeCapture, forASelectionIsOfTheMonitorUnderThePointer)
+{
+    beginEmpty({.monitors = {{1000, 700}, {800, 600}}});
+    const QString folder = desktop().folder(u"pictures"_s);
+    writeSettings(desktop(), {{u"saveToFile"_s, u"true"_s}, {u"saveDirectory"_s, folder}});
+    Agent agent(desktop());
+    agent.requireReady();
+    const auto sizeOfWhatIsSavedAt = [&](QPoint place) {
+        for (const QString &file : capturesIn(folder))
+            QFile::remove(file);
+        desktop().input().moveTo(place);
+        EXPECT_TRUE(agent.activate(u"selection"_s));
+        EXPECT_TRUE(waitFor([&] {
+            desktop().input().press({evdev::enter}); // the whole monitor, once it is frozen
+            return waitFor([&] { return !capturesIn(folder).isEmpty(); }, std::chrono::seconds(1));
+        }));
+        const QStringList files = capturesIn(folder);
+        return files.isEmpty() ? QSize() : pictureIn(desktop(), files.first()).size();
+    };
+
+    EXPECT_EQ(sizeOfWhatIsSavedAt({1000 + 400, 300}), QSize(800, 600));
+    EXPECT_EQ(sizeOfWhatIsSavedAt({500, 300}), QSize(1000, 700));
+}
+
 TEST_F(GnomeCapture, failsInOneLineWherePipeWireIsGone)
 {
     begin();

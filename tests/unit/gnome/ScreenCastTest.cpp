@@ -20,7 +20,7 @@ namespace {
 Result<std::uint32_t> cast(const QDBusConnection &bus)
 {
     ScreenCast screenCast(bus);
-    return QCoro::waitFor(screenCast.start(u"DP-1"_s));
+    return QCoro::waitFor(screenCast.start(u"DP-1"_s, CastPointer::Painted));
 }
 
 } // namespace

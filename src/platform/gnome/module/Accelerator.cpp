@@ -38,9 +38,10 @@ std::optional<Accelerator> parseAccelerator(QStringView text)
         if (end < 0)
             return std::nullopt;
         const QStringView name = text.sliced(1, end - 1);
-        const auto *const row = std::ranges::find_if(modifierRows, [name](const ModifierRow &entry) {
-            return name.compare(entry.name, Qt::CaseInsensitive) == 0;
-        });
+        const auto *const row =
+            std::ranges::find_if(modifierRows, [name](const ModifierRow &entry) {
+                return name.compare(entry.name, Qt::CaseInsensitive) == 0;
+            });
         if (row == modifierRows.end())
             return std::nullopt;
         accelerator.modifiers |= row->modifier;

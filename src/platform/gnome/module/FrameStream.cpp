@@ -26,6 +26,15 @@ bool isDamaged(const spa_buffer &buffer, const spa_chunk &chunk)
     return header != nullptr && (header->flags & SPA_META_HEADER_FLAG_CORRUPTED) != 0;
 }
 
+std::optional<QPoint> pointerIn(const spa_buffer &buffer)
+{
+    const auto *const pointer = static_cast<const spa_meta_cursor *>(
+        spa_buffer_find_meta_data(&buffer, SPA_META_Cursor, sizeof(spa_meta_cursor)));
+    if (pointer == nullptr || !spa_meta_cursor_is_valid(pointer))
+        return std::nullopt;
+    return QPoint(pointer->position.x, pointer->position.y);
+}
+
 } // namespace
 
 const pw_core_events &FrameStream::coreEvents()
@@ -64,8 +73,9 @@ const pw_stream_events &FrameStream::streamEvents()
     return events;
 }
 
-FrameStream::FrameStream(std::uint32_t node)
+FrameStream::FrameStream(std::uint32_t node, Wanted wanted)
     : m_loop(pw_loop_new(nullptr))
+    , m_wanted(wanted)
 {
     if (const auto connected = connectTo(node); !connected)
         end(std::unexpected(connected.error()));
@@ -121,7 +131,7 @@ void FrameStream::takeFormat(const spa_pod *param)
     if (!m_format)
         return end(failure(u"the shell's picture is of an unknown format"_s));
     ParameterMemory memory;
-    const spa_pod *wishes[] = {wantedBuffers(memory), wantedHeader(memory)};
+    const spa_pod *wishes[] = {wantedBuffers(memory), wantedHeader(memory), wantedPointer(memory)};
     pw_stream_update_params(m_stream.get(), wishes, std::size(wishes));
 }
 
@@ -129,11 +139,19 @@ void FrameStream::takeBuffers()
 {
     while (pw_buffer *const taken = pw_stream_dequeue_buffer(m_stream.get())) {
         if (!m_hasEnded) {
-            if (auto picture = pictureIn(*taken->buffer))
-                end(std::move(*picture));
+            if (auto frame = frameIn(*taken->buffer))
+                end(std::move(*frame));
         }
         pw_stream_queue_buffer(m_stream.get(), taken);
     }
+}
+
+std::optional<Frame> FrameStream::frameIn(const spa_buffer &buffer) const
+{
+    if (m_wanted == Wanted::Pointer)
+        return Frame{{}, pointerIn(buffer)};
+    auto picture = pictureIn(buffer);
+    return picture ? std::optional(Frame{std::move(*picture), {}}) : std::nullopt;
 }
 
 std::optional<QImage> FrameStream::pictureIn(const spa_buffer &buffer) const
@@ -150,7 +168,7 @@ std::optional<QImage> FrameStream::pictureIn(const spa_buffer &buffer) const
     return pictureOf({bytes, chunk.size}, chunk.stride, *m_format);
 }
 
-void FrameStream::end(Result<QImage> answer)
+void FrameStream::end(Result<Frame> answer)
 {
     if (std::exchange(m_hasEnded, true))
         return;

@@ -5,6 +5,7 @@
 
 #include <QImage>
 #include <QObject>
+#include <QPoint>
 #include <QSocketNotifier>
 
 #include <cstdint>
@@ -15,6 +16,15 @@
 
 namespace lumacap::gnome {
 
+/// What is in a picture of a stream.
+struct Frame {
+    QImage picture; ///< null where only the pointer was asked for
+    std::optional<QPoint> pointer; ///< where it is within, for a stream that tells it
+};
+
+/// What of a stream's picture is wanted.
+enum class Wanted { Picture, Pointer };
+
 /// A connection to PipeWire for one picture, served by the main loop. All that is open for it, and
 /// the thread that PipeWire gives each of its clients, goes with the object.
 class FrameStream final : public QObject {
@@ -22,12 +32,12 @@ class FrameStream final : public QObject {
 
 public:
     /// Asks for the stream of `node`. PipeWire has been initialised.
-    explicit FrameStream(std::uint32_t node);
+    FrameStream(std::uint32_t node, Wanted wanted);
     ~FrameStream() override;
     Q_DISABLE_COPY_MOVE(FrameStream)
 
-    /// The picture, once it `ended`.
-    Result<QImage> takeAnswer() { return std::move(m_answer); }
+    /// The first whole picture, once it `ended`.
+    Result<Frame> takeAnswer() { return std::move(m_answer); }
 
 Q_SIGNALS:
     /// There is an answer, and there will be no other. Never within a call of the object.
@@ -50,8 +60,9 @@ private:
     void iterate();
     void takeFormat(const spa_pod *param);
     void takeBuffers();
+    std::optional<Frame> frameIn(const spa_buffer &buffer) const;
     std::optional<QImage> pictureIn(const spa_buffer &buffer) const;
-    void end(Result<QImage> answer);
+    void end(Result<Frame> answer);
 
     std::unique_ptr<pw_loop, Destroy<pw_loop_destroy>> m_loop;
     std::unique_ptr<pw_context, Destroy<pw_context_destroy>> m_context;
@@ -61,7 +72,8 @@ private:
     spa_hook m_streamHook{};
     std::optional<QSocketNotifier> m_readable;
     std::optional<VideoFormat> m_format;
-    Result<QImage> m_answer;
+    Wanted m_wanted;
+    Result<Frame> m_answer;
     bool m_hasEnded = false;
 };
 

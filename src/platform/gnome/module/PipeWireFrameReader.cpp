@@ -15,6 +15,15 @@ namespace {
 
 constexpr auto pictureLimit = 5s;
 
+QCoro::Task<Result<Frame>> firstFrame(std::uint32_t node, Wanted wanted)
+{
+    FrameStream stream(node, wanted);
+    const auto ended = co_await qCoro(&stream, &FrameStream::ended, pictureLimit);
+    if (!ended)
+        co_return failure(u"PipeWire brings no picture of the screen"_s);
+    co_return stream.takeAnswer();
+}
+
 } // namespace
 
 PipeWireFrameReader::PipeWireFrameReader()
@@ -32,11 +41,18 @@ PipeWireFrameReader::~PipeWireFrameReader()
 
 QCoro::Task<Result<QImage>> PipeWireFrameReader::read(std::uint32_t node)
 {
-    FrameStream stream(node);
-    const auto ended = co_await qCoro(&stream, &FrameStream::ended, pictureLimit);
-    if (!ended)
-        co_return failure(u"PipeWire brings no picture of the screen"_s);
-    co_return stream.takeAnswer();
+    auto frame = co_await firstFrame(node, Wanted::Picture);
+    if (!frame)
+        co_return std::unexpected(frame.error());
+    co_return std::move(frame->picture);
+}
+
+QCoro::Task<Result<std::optional<QPoint>>> PipeWireFrameReader::readPointer(std::uint32_t node)
+{
+    const auto frame = co_await firstFrame(node, Wanted::Pointer);
+    if (!frame)
+        co_return std::unexpected(frame.error());
+    co_return frame->pointer;
 }
 
 } // namespace lumacap::gnome

@@ -12,6 +12,7 @@ public:
     Q_DISABLE_COPY_MOVE(PipeWireFrameReader)
 
     QCoro::Task<Result<QImage>> read(std::uint32_t node) override;
+    QCoro::Task<Result<std::optional<QPoint>>> readPointer(std::uint32_t node) override;
 };
 
 } // namespace lumacap::gnome

@@ -82,4 +82,15 @@ const spa_pod *wantedHeader(ParameterMemory &memory)
         SPA_POD_Id(SPA_META_Header), SPA_PARAM_META_size, SPA_POD_Int(sizeof(spa_meta_header))));
 }
 
+const spa_pod *wantedPointer(ParameterMemory &memory)
+{
+    // Its image comes with it, of whatever size the other side has room for.
+    constexpr int least = sizeof(spa_meta_cursor);
+    constexpr int most = 1 << 24;
+    return static_cast<const spa_pod *>(spa_pod_builder_add_object(
+        &memory.builder(), SPA_TYPE_OBJECT_ParamMeta, SPA_PARAM_Meta, SPA_PARAM_META_type,
+        SPA_POD_Id(SPA_META_Cursor), SPA_PARAM_META_size,
+        SPA_POD_CHOICE_RANGE_Int(least, least, most)));
+}
+
 } // namespace lumacap::gnome

@@ -34,6 +34,8 @@ const spa_pod *offeredFormats(ParameterMemory &memory);
 std::optional<VideoFormat> agreedFormat(const spa_pod &format);
 /// Buffers in memory that a process can read.
 const spa_pod *wantedBuffers(ParameterMemory &memory);
+/// With each buffer, where the pointer is, if the stream tells it.
+const spa_pod *wantedPointer(ParameterMemory &memory);
 /// With each buffer, whether it is whole.
 const spa_pod *wantedHeader(ParameterMemory &memory);
 
