@@ -30,8 +30,8 @@ TEST_P(EveryCaptureTest, thePointerIsInThePicture)
     const QImage without = shown({0, 0, 1200, 700});
     ASSERT_EQ(seen.size(), without.size());
 
-    const int scale = seen.width() / 1200;
-    const QRect around(370 * scale, 270 * scale, 80 * scale, 80 * scale);
+    const double scale = seen.width() / 1200.0;
+    const QRect around = QRectF(370 * scale, 270 * scale, 80 * scale, 80 * scale).toRect();
     EXPECT_GT(differingPixels(without.copy(around), seen.copy(around)), 20);
 }
 
