@@ -131,6 +131,8 @@ StandInCompositor::StandInCompositor(Behaviour behaviour)
     : m_behaviour(std::move(behaviour))
     , m_display(wl_display_create())
     , m_end(eventfd(0, EFD_CLOEXEC))
+    , m_endSource(wl_event_loop_add_fd(wl_display_get_event_loop(m_display), m_end,
+                                       WL_EVENT_READABLE, &Requests::end, m_display))
 {
     qputenv("XDG_RUNTIME_DIR", m_folder.path().toLocal8Bit());
     qputenv("WAYLAND_DISPLAY", "stand-in");
@@ -143,8 +145,6 @@ StandInCompositor::StandInCompositor(Behaviour behaviour)
     m_output = wl_global_create(m_display, &wl_output_interface, 4, this, &Requests::bindOutput);
     wl_global_create(m_display, &zwlr_screencopy_manager_v1_interface,
                      static_cast<int>(m_behaviour.version), this, &Requests::bindManager);
-    wl_event_loop_add_fd(wl_display_get_event_loop(m_display), m_end, WL_EVENT_READABLE,
-                         &Requests::end, m_display);
     m_thread = std::thread([display = m_display] { wl_display_run(display); });
 }
 
@@ -152,6 +152,7 @@ StandInCompositor::~StandInCompositor()
 {
     eventfd_write(m_end, 1);
     m_thread.join();
+    wl_event_source_remove(m_endSource);
     wl_display_destroy_clients(m_display);
     wl_display_destroy(m_display);
     close(m_end);

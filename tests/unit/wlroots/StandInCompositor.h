@@ -10,6 +10,7 @@
 
 struct wl_client;
 struct wl_display;
+struct wl_event_source;
 struct wl_global;
 struct wl_resource;
 
@@ -62,6 +63,7 @@ private:
     wl_display *m_display;
     wl_global *m_output = nullptr;
     int m_end = -1;
+    wl_event_source *m_endSource;
     std::atomic<int> m_copiesAsked = 0;
     std::atomic<bool> m_pointerAsked = false;
     std::thread m_thread;
