@@ -21,6 +21,24 @@ namespace {
 /// As much as the system lets anybody have; a picture of 4K goes through in thirty pieces.
 constexpr int wantedCapacity = 1024 * 1024;
 
+/// The notifier's own signal is none that can be awaited: nobody else may make its last argument.
+class PipeWatch final : public QObject {
+    Q_OBJECT
+
+public:
+    explicit PipeWatch(int descriptor)
+        : m_notifier(descriptor, QSocketNotifier::Read)
+    {
+        connect(&m_notifier, &QSocketNotifier::activated, this, [this] { Q_EMIT readable(); });
+    }
+
+Q_SIGNALS:
+    void readable();
+
+private:
+    QSocketNotifier m_notifier;
+};
+
 struct Free {
     void operator()(uchar *bytes) const { std::free(bytes); }
 };
@@ -74,11 +92,11 @@ QCoro::Task<Result<QImage>> readPicture(QDBusUnixFileDescriptor end, PictureLayo
     Bytes bytes(static_cast<uchar *>(std::malloc(all)));
     if (bytes == nullptr)
         co_return failure(u"there is no memory for the picture"_s);
-    QSocketNotifier readable(end.fileDescriptor(), QSocketNotifier::Read);
+    PipeWatch watch(end.fileDescriptor());
     std::size_t received = 0;
     while (received < all) {
         const auto left = std::chrono::milliseconds(deadline.remainingTime());
-        const auto came = co_await qCoro(&readable, &QSocketNotifier::activated, left);
+        const auto came = co_await qCoro(&watch, &PipeWatch::readable, left);
         if (!came)
             co_return failure(u"KWin stopped in the middle of the picture"_s);
         const ssize_t count = read(end.fileDescriptor(), bytes.get() + received, all - received);
@@ -92,3 +110,5 @@ QCoro::Task<Result<QImage>> readPicture(QDBusUnixFileDescriptor end, PictureLayo
 }
 
 } // namespace lumacap::kwin
+
+#include "PicturePipe.moc"
