@@ -2,6 +2,7 @@
 #include "harness/WaitFor.h"
 
 #include <cmath>
+#include <ostream>
 
 namespace lumacap::harness {
 namespace {
@@ -24,6 +25,11 @@ struct Layout {
     /// The first of them is selected on.
     std::vector<SwayOutput> outputs;
 };
+
+void PrintTo(const Layout &layout, std::ostream *stream)
+{
+    *stream << layout.name;
+}
 
 struct SelectionScalesTest : SwayAgentFixture, testing::WithParamInterface<Layout> {
     void openOverlayOnTheFirst()

@@ -73,7 +73,7 @@ SwayDesktop::SwayDesktop(const SwayOptions &options)
     QRect layout;
     for (const TestOutput &output : outputs())
         layout |= output.frame;
-    m_input = std::make_unique<VirtualInput>(socket(), layout.size(), options.keyboardLayout);
+    m_input = std::make_unique<VirtualInput>(socket(), layout, options.keyboardLayout);
 }
 
 SwayDesktop::~SwayDesktop()

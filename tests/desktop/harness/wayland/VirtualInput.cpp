@@ -49,7 +49,8 @@ void VirtualInput::Unreference::operator()(xkb_state *state) const
     xkb_state_unref(state);
 }
 
-VirtualInput::VirtualInput(const QString &socket, QSize layout, const std::string &keyboardLayout)
+VirtualInput::VirtualInput(const QString &socket, const QRect &layout,
+                           const std::string &keyboardLayout)
     : m_compositor(socket)
     , m_layout(layout)
     , m_context(xkb_context_new(XKB_CONTEXT_NO_FLAGS))
@@ -86,9 +87,10 @@ VirtualInput::~VirtualInput()
 
 void VirtualInput::moveTo(QPoint place)
 {
+    const QPoint inLayout = place - m_layout.topLeft();
     zwlr_virtual_pointer_v1_motion_absolute(
-        m_pointer, ++m_time, static_cast<std::uint32_t>(place.x()),
-        static_cast<std::uint32_t>(place.y()), static_cast<std::uint32_t>(m_layout.width()),
+        m_pointer, ++m_time, static_cast<std::uint32_t>(inLayout.x()),
+        static_cast<std::uint32_t>(inLayout.y()), static_cast<std::uint32_t>(m_layout.width()),
         static_cast<std::uint32_t>(m_layout.height()));
     zwlr_virtual_pointer_v1_frame(m_pointer);
     m_compositor.finish();

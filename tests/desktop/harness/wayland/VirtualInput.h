@@ -3,7 +3,7 @@
 #include "harness/Input.h"
 #include "harness/wayland/Compositor.h"
 
-#include <QSize>
+#include <QRect>
 
 #include <memory>
 #include <string>
@@ -19,9 +19,10 @@ namespace lumacap::harness {
 /// A mouse and a keyboard plugged into a wlroots compositor until the object is gone.
 class VirtualInput final : public Input {
 public:
-    /// `layout` is the size of all outputs together, from (0, 0) on, in the compositor's units;
-    /// `keyboardLayout` as XKB names it: "us", "fr", "us,de".
-    VirtualInput(const QString &socket, QSize layout, const std::string &keyboardLayout = "us");
+    /// `layout` is what all outputs lie in, in the compositor's units; `keyboardLayout` as XKB
+    /// names it: "us", "fr", "us,de".
+    VirtualInput(const QString &socket, const QRect &layout,
+                 const std::string &keyboardLayout = "us");
     Q_DISABLE_COPY_MOVE(VirtualInput)
     ~VirtualInput() override;
 
@@ -41,7 +42,7 @@ private:
     void sendModifiers();
 
     Compositor m_compositor;
-    QSize m_layout;
+    QRect m_layout;
     std::unique_ptr<xkb_context, Unreference> m_context;
     std::unique_ptr<xkb_keymap, Unreference> m_keymap;
     std::unique_ptr<xkb_state, Unreference> m_state;
