@@ -27,7 +27,8 @@ std::unique_ptr<WindowList> windowList(const Session &session, const Application
 
 std::unique_ptr<HotkeyService> hotkeyService(const Session &session)
 {
-    return std::make_unique<SwayHotkeyService>(std::make_unique<SeatKeymap>(*session.wayland()));
+    return std::make_unique<SwayHotkeyService>(
+        std::make_unique<wayland::SeatKeyboard>(*session.wayland()));
 }
 
 } // namespace lumacap::sway

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/kwin/hotkeys/Keymap.h"
-#include "platform/wayland/Owned.h"
+#include "platform/wayland/SeatKeyboard.h"
 
 #include <QCoroTask>
 #include <QDBusConnection>
@@ -10,11 +10,6 @@
 
 #include <cstdint>
 #include <optional>
-
-struct wl_keyboard;
-struct wl_keyboard_listener;
-struct wl_seat;
-struct wl_seat_listener;
 
 namespace lumacap::wayland {
 class Connection;
@@ -45,17 +40,12 @@ private Q_SLOTS:
     void onLayoutChanged();
 
 private:
-    static const wl_seat_listener &seatListener();
-    static const wl_keyboard_listener &keyboardListener();
-    void follow(bool hasKeyboard);
-    void read(std::uint32_t format, int descriptor, std::uint32_t size);
+    void readKeymap();
     QCoro::Task<> learnLayout();
 
-    wayland::Connection &m_connection;
     QDBusConnection m_bus;
     QDBusServiceWatcher m_layouts;
-    wayland::Owned<wl_seat> m_seat;
-    wayland::Owned<wl_keyboard> m_keyboard; // ends before its seat
+    wayland::SeatKeyboard m_seat;
     std::optional<Keymap> m_keymap;
     std::uint32_t m_layout = 0;
     bool m_isKnown = false;

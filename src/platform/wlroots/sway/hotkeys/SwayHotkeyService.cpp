@@ -3,6 +3,7 @@
 #include "platform/CarbonModifiers.h"
 #include "platform/Spawn.h"
 #include "platform/VirtualKeys.h"
+#include "platform/wlroots/sway/hotkeys/Keymap.h"
 
 #include <QCoreApplication>
 #include <QPointer>
@@ -51,8 +52,9 @@ QString quoted(QString text)
 
 } // namespace
 
-SwayHotkeyService::SwayHotkeyService(std::unique_ptr<SeatKeymap> keymap, const QString &path)
-    : m_keymap(std::move(keymap))
+SwayHotkeyService::SwayHotkeyService(std::unique_ptr<wayland::SeatKeyboard> keyboard,
+                                     const QString &path)
+    : m_keyboard(std::move(keyboard))
     , m_mode(usualMode)
     , m_ipc(path, patience)
 {
@@ -241,7 +243,7 @@ bool SwayHotkeyService::isConfigured(Chord chord) const
 {
     if (!m_configured)
         return true; // for all we know
-    const Keymap keymap = m_keymap ? m_keymap->keymap() : Keymap();
+    const Keymap keymap(m_keyboard ? m_keyboard->keymap() : QByteArray());
     return std::ranges::any_of(*m_configured, [&](const ConfiguredKey &configured) {
         return keymap.isMeant(configured, chord.code, chord.modifiers);
     });

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "platform/HotkeyService.h"
+#include "platform/wayland/SeatKeyboard.h"
 #include "platform/wlroots/sway/Ipc.h"
 #include "platform/wlroots/sway/hotkeys/ConfiguredKeys.h"
-#include "platform/wlroots/sway/hotkeys/SeatKeymap.h"
 
 #include <QCoroTask>
 #include <QObject>
@@ -26,8 +26,8 @@ class SwayHotkeyService final : public QObject, public HotkeyService {
     Q_OBJECT
 
 public:
-    /// Talks to the compositor at `path`. `keymap` may be null, where no keyboard is known.
-    explicit SwayHotkeyService(std::unique_ptr<SeatKeymap> keymap,
+    /// Talks to the compositor at `path`. `keyboard` may be null, where no keyboard is known.
+    explicit SwayHotkeyService(std::unique_ptr<wayland::SeatKeyboard> keyboard,
                                const QString &path = Ipc::path());
     /// Leaves no binding behind, and waits for that, though not for long.
     ~SwayHotkeyService() override;
@@ -72,7 +72,7 @@ private:
     void startAnew();
     void press(const QString &command);
 
-    std::unique_ptr<SeatKeymap> m_keymap;
+    std::unique_ptr<wayland::SeatKeyboard> m_keyboard;
     std::map<HotKeyRef, Registration> m_registrations; // the earliest first
     HotKeyRef m_lastRef{};
     PressedHandler m_onPressed;
