@@ -64,6 +64,7 @@ class DebianPackage(unittest.TestCase):
     def testItDependsOnTheLibrariesAndPluginsItLoads(self):
         depends = {entry.split()[0] for entry in self.field("Depends").split(", ")}
         self.assertLessEqual({"libqt6widgets6", "libqt6dbus6", "libxcb1", "libcanberra0", "qt6-qpa-plugins",
+                              "qt6-wayland",
                               "libqt6svg6", "libpipewire-0.3-0"}, depends)
         self.assertEqual(self.field("Recommends"), "libcanberra-pulse, qt6-translations-l10n, sound-theme-freedesktop")
 
