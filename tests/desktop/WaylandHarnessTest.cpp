@@ -40,11 +40,14 @@ TEST(SwayDesktop, aWindowGetsKeysAndPressesOfItsPlace)
     const Process &window = desktop.startWindow({});
     require("the keyboard", [&window] { return window.output().contains("focus\n"); });
 
-    desktop.input().press({evdev::letterA});
-    desktop.input().click({640, 400});
-
-    EXPECT_TRUE(waitFor([&window] {
-        return window.output().contains("key 30\n") && window.output().contains("button 272\n");
+    // Again until it comes: the compositor tells of the window before it has it in its place.
+    EXPECT_TRUE(waitFor([&] {
+        desktop.input().press({evdev::letterA});
+        desktop.input().click({640, 400});
+        const auto hasBoth = [&window] {
+            return window.output().contains("key 30\n") && window.output().contains("button 272\n");
+        };
+        return waitFor(hasBoth, std::chrono::seconds(2));
     }));
 }
 
@@ -78,11 +81,14 @@ TEST(KWinDesktop, aWindowGetsKeysAndPressesOfItsPlace)
     const Process &window = desktop.startWindow({.size = {1200, 700}});
     require("the keyboard", [&window] { return window.output().contains("focus\n"); });
 
-    desktop.input().press({evdev::letterA});
-    desktop.input().click({640, 400});
-
-    EXPECT_TRUE(waitFor([&window] {
-        return window.output().contains("key 30\n") && window.output().contains("button 272\n");
+    // Again until it comes: the compositor tells of the window before it has it in its place.
+    EXPECT_TRUE(waitFor([&] {
+        desktop.input().press({evdev::letterA});
+        desktop.input().click({640, 400});
+        const auto hasBoth = [&window] {
+            return window.output().contains("key 30\n") && window.output().contains("button 272\n");
+        };
+        return waitFor(hasBoth, std::chrono::seconds(2));
     }));
 }
 

@@ -38,7 +38,7 @@ TEST_P(EverySelectionTest, aDraggedAreaIsSavedPixelForPixelInFileAndClipboard)
     openOverlay();
 
     hands().drag({100, 100}, {402, 306});
-    hands().press({evdev::enter});
+    endOverlay(evdev::enter);
 
     const QImage expected = shown({100, 100, 302, 206});
     EXPECT_EQ(differingPixels(expected, savedPicture()), 0);
@@ -52,7 +52,7 @@ TEST_P(EverySelectionTest, theOutputUnderThePointerIsTheOneThatIsFrozen)
     const QPoint corner = output(1).frame.topLeft();
 
     hands().drag(corner + QPoint(100, 200), corner + QPoint(500, 500));
-    hands().press({evdev::enter});
+    endOverlay(evdev::enter);
 
     const QImage expected = shown({corner + QPoint(100, 200), QSize(400, 300)}, 1);
     EXPECT_EQ(differingPixels(expected, savedPicture()), 0);
@@ -68,7 +68,7 @@ TEST_P(EverySelectionTest, aClickTakesTheWindow)
     const double scale = static_cast<double>(output(0).pixels.width()) / output(0).frame.width();
 
     hands().click((window.center().toPointF() / scale).toPoint());
-    hands().press({evdev::enter});
+    endOverlay(evdev::enter);
 
     const QImage seen = savedPicture();
     ASSERT_EQ(seen.size(), (QSizeF(320, 240) * scale).toSize());
@@ -82,7 +82,7 @@ TEST_P(EverySelectionTest, withoutASelectionTheWholeScreenIsSaved)
     startAgent();
     openOverlay();
 
-    hands().press({evdev::enter});
+    endOverlay(evdev::enter);
 
     EXPECT_TRUE(equalsOutput(0, savedPicture()));
 }
@@ -103,9 +103,8 @@ TEST_P(EverySelectionTest, escapeLeavesClipboardAndFolderUntouched)
     openOverlay();
 
     hands().drag({100, 100}, {300, 260});
-    hands().press({evdev::escape});
+    endOverlay(evdev::escape);
 
-    ASSERT_TRUE(waitFor([this] { return !overlayIsUp(); }));
     EXPECT_THAT(files(), testing::IsEmpty());
     EXPECT_THAT(desktop().clipboardTypes(), testing::IsEmpty());
 }
@@ -116,7 +115,7 @@ TEST_P(EverySelectionTest, aFrameIsPutAroundTheSelectionByPreference)
     openOverlay();
 
     hands().drag({100, 100}, {300, 260});
-    hands().press({evdev::enter});
+    endOverlay(evdev::enter);
 
     const QImage inside = shown({100, 100, 200, 160});
     const QImage seen = savedPicture();
@@ -128,12 +127,11 @@ TEST_P(EverySelectionTest, aSecondSelectionFollowsTheFirst)
 {
     startAgent();
     openOverlay();
-    hands().press({evdev::escape});
-    ASSERT_TRUE(waitFor([this] { return !overlayIsUp(); }));
+    endOverlay(evdev::escape);
     openOverlay();
 
     hands().drag({100, 100}, {300, 260});
-    hands().press({evdev::enter});
+    endOverlay(evdev::enter);
 
     EXPECT_EQ(differingPixels(shown({100, 100, 200, 160}), savedPicture()), 0);
 }

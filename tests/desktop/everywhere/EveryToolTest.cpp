@@ -37,7 +37,7 @@ protected:
 
     void expectConfirmed(const Marks &expected)
     {
-        hands().press({evdev::enter});
+        endOverlay(evdev::enter);
         EXPECT_EQ(differingPixels(shownWith(selected, expected), savedPicture()), 0);
     }
 
@@ -115,7 +115,7 @@ TEST_P(EveryToolTest, textKeptByTab)
     hands().press({evdev::letterA});
     hands().press({evdev::letterF});
     hands().press({evdev::tab});
-    hands().press({evdev::enter});
+    endOverlay(evdev::enter);
 
     const QImage seen = savedPicture();
     ASSERT_EQ(seen.size(), shown(selected).size());
@@ -127,7 +127,7 @@ TEST_P(EveryToolTest, textKeptByTab)
 TEST_P(EveryToolTest, theFrameButtonPutsAFrameAround)
 {
     annotateWith(u"frame"_s);
-    hands().press({evdev::enter});
+    endOverlay(evdev::enter);
     EXPECT_GT(savedPicture().width(), shown(selected).width());
 }
 

@@ -68,6 +68,14 @@ bool EverywhereFixture::overlayIsUp()
     return false;
 }
 
+void EverywhereFixture::endOverlay(std::uint32_t key)
+{
+    ASSERT_TRUE(waitFor([this, key] {
+        hands().press({key});
+        return waitFor([this] { return !overlayIsUp(); }, std::chrono::seconds(4));
+    }));
+}
+
 AccessibleControls &EverywhereFixture::controls()
 {
     if (!m_controls)

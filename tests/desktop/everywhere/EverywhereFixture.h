@@ -39,6 +39,10 @@ protected:
     /// Whether something lies over what the outputs show.
     bool overlayIsUp();
 
+    /// Presses a key that ends the overlay, until it has. The desktop gives the overlay the
+    /// keyboard a little after it shows it.
+    void endOverlay(std::uint32_t key);
+
     /// The controls that show, by their names.
     AccessibleControls &controls();
     /// Clicks the control of this name, waited for.
