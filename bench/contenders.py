@@ -69,10 +69,15 @@ class Resident:
             file = pathlib.Path(desktop.environment["XDG_CONFIG_HOME"], path)
             file.parent.mkdir(parents=True, exist_ok=True)
             file.write_text(text.format(folder=self.folder))
-        if self.stays:
-            bus_name, *command = self.stays
-            desktop.spawn(*command)
-            wait_until(lambda: desktop.owns(bus_name), 20, bus_name)
+        self.start(desktop)
+
+    def start(self, desktop):
+        """Starts what stays, if there is any; it can be asked when this returns."""
+        if not self.stays:
+            return
+        bus_name, *command = self.stays
+        self.process = desktop.spawn(*command)
+        wait_until(lambda: desktop.owns(bus_name), 20, bus_name)
 
     def take(self, desktop, target):
         start = time.perf_counter()
@@ -90,29 +95,48 @@ SPECTACLE_SETTINGS = ("[General]\nclipboardGroup=PostScreenshotDoNothing\n\n"
 FLAMESHOT_DAEMON = ("org.flameshot.Flameshot", "flameshot")
 
 
+def lumacap_one_shot(lumacap):
+    return OneShot("lumacap", lumacap, lambda file: [lumacap, "full-screen", "--output", file])
+
+
+def lumacap_resident(lumacap):
+    return Resident("lumacap", lumacap,
+                    ("app.lumacap.Lumacap", "/app/lumacap/Lumacap", "org.freedesktop.Application", "ActivateAction",
+                     "('full-screen', @av [], @a{sv} {})"),
+                    stays=("app.lumacap.Lumacap", lumacap), configuration=("Lumacap/Lumacap.conf", SETTINGS))
+
+
+def spectacle_one_shot():
+    return OneShot("spectacle", "spectacle", lambda file: ["spectacle", "-b", "-f", "-n", "-o", file],
+                   package="kde-spectacle")
+
+
+def spectacle_resident():
+    """The bus starts it for each picture, and it ends after it: that is how its key bindings reach it."""
+    return Resident("spectacle", "spectacle", ("org.kde.Spectacle", "/", "org.kde.Spectacle", "FullScreen", "(0,)"),
+                    package="kde-spectacle", configuration=("spectaclerc", SPECTACLE_SETTINGS))
+
+
 def one_shots(lumacap):
     """Everybody who can be asked for one full-screen PNG by a command."""
     return [
-        OneShot("lumacap", lumacap, lambda file: [lumacap, "full-screen", "--output", file]),
+        lumacap_one_shot(lumacap),
         OneShot("maim", "maim", lambda file: ["maim", file]),
         OneShot("scrot", "scrot", lambda file: ["scrot", file]),
         OneShot("flameshot", "flameshot", lambda file: ["flameshot", "full", "-p", file], stays=FLAMESHOT_DAEMON),
-        OneShot("spectacle", "spectacle", lambda file: ["spectacle", "-b", "-f", "-n", "-o", file],
-                package="kde-spectacle"),
+        spectacle_one_shot(),
     ]
 
 
 def residents(lumacap):
     """Everybody who has something running that a key binding asks for a picture."""
     return [
-        Resident("lumacap", lumacap,
-                 ("app.lumacap.Lumacap", "/app/lumacap/Lumacap", "org.freedesktop.Application", "ActivateAction",
-                  "('full-screen', @av [], @a{sv} {})"),
-                 stays=("app.lumacap.Lumacap", lumacap), configuration=("Lumacap/Lumacap.conf", SETTINGS)),
+        lumacap_resident(lumacap),
         # Its bus interface takes no pictures; the daemon's users bind this command to a key.
         OneShot("flameshot", "flameshot", lambda file: ["flameshot", "full", "-p", file], stays=FLAMESHOT_DAEMON),
-        # The bus starts it for each picture, and it ends after it: that is how its key bindings reach it.
-        Resident("spectacle", "spectacle",
-                 ("org.kde.Spectacle", "/", "org.kde.Spectacle", "FullScreen", "(0,)"),
-                 package="kde-spectacle", configuration=("spectaclerc", SPECTACLE_SETTINGS)),
+        spectacle_resident(),
     ]
+
+
+def grim_one_shot():
+    return OneShot("grim", "grim", lambda file: ["grim", file])

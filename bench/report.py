@@ -58,22 +58,22 @@ def table(title, contenders, results):
     return lines
 
 
-def limits_table(results):
-    """What the machine can do with one frame, measured in the same rounds."""
-    lines = ["### The machine's own limits, in the same rounds", "", "| | median ms | min–max ms |", "|---|---:|---:|"]
+def limits_table(results, title="The machine's own limits, in the same rounds"):
+    """What is timed beside the programs: what the machine can do with one frame, for one."""
+    lines = [f"### {title}", "", "| | median ms | min–max ms |", "|---|---:|---:|"]
     for name, times in results.items():
         lines.append(f"| {name} | {milliseconds(times)} | {min(times) * 1000:.1f}–{max(times) * 1000:.1f} |")
     return lines
 
 
-def machine_facts(load_before, rounds, folder):
-    """The lines that say what the numbers were measured on."""
+def machine_facts(load_before, rounds, folder, desktops):
+    """The lines that say what the numbers were measured on; `desktops` has packages by the names people know."""
     model = next((line.split(":", 1)[1].strip() for line in pathlib.Path("/proc/cpuinfo").read_text().splitlines()
                   if line.startswith("model name")), platform.machine())
     system = platform.freedesktop_os_release().get("PRETTY_NAME", platform.system())
     files = subprocess.run(["stat", "-f", "-c", "%T", str(folder)], capture_output=True, text=True, check=False)
-    return [f"- {model}, {os.cpu_count()} cores; {system}, Linux {platform.release()}; Xvfb "
-            f"{package_version('xvfb')}, openbox {package_version('openbox')}",
+    return [f"- {model}, {os.cpu_count()} cores; {system}, Linux {platform.release()}; "
+            + ", ".join(f"{name} {package_version(package)}" for name, package in desktops.items()),
             f"- load average before: {' '.join(f'{value:.2f}' for value in load_before)}; now: "
             f"{' '.join(f'{value:.2f}' for value in os.getloadavg())}",
             f"- {rounds} rounds; in each, every program once, the order turned by one from round to round; files on "

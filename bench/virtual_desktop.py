@@ -56,11 +56,7 @@ class VirtualDesktop:
         signal.signal(signal.SIGTERM, lambda *_: sys.exit(143))
         try:
             self._make_folders()
-            self._start_display()
-            self._start_bus()
-            self.spawn(*self.window_manager)
-            wait_until(lambda: "0x" in self.output("xprop", "-root", "_NET_SUPPORTING_WM_CHECK"), 20,
-                       "the window manager")
+            self._start()
         except BaseException:
             self.__exit__()
             raise
@@ -101,6 +97,14 @@ class VirtualDesktop:
         """Whether somebody on the private session bus owns `bus_name`."""
         return "true" in self.output("gdbus", "call", "--session", "--dest", "org.freedesktop.DBus", "--object-path",
                                      "/", "--method", "org.freedesktop.DBus.NameHasOwner", bus_name)
+
+    def _start(self):
+        """What makes a desktop of the folders: servers and a window manager."""
+        self._start_display()
+        self._start_bus()
+        self.spawn(*self.window_manager)
+        wait_until(lambda: "0x" in self.output("xprop", "-root", "_NET_SUPPORTING_WM_CHECK"), 20,
+                   "the window manager")
 
     def _make_folders(self):
         for name in ("run", "config", "data", "cache", "state", "home", "services"):
