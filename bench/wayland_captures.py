@@ -10,6 +10,7 @@ import contenders
 import machine_limits
 import report
 import screen_content
+from kwin_capture import KWinCapture
 from session_bus import SessionBus
 from virtual_desktop import end
 from wayland_desktops import KWinDesktop, SwayDesktop
@@ -59,7 +60,11 @@ def measure_one_shots(desktop_class, group, rounds):
     """Pictures by a command: measurements by program and by limit."""
     with desktop_class(WIDTH, HEIGHT) as desktop:
         screen = show_busy_screen(desktop, group[0])
-        return captures.measure(desktop, group, [machine_limits.FrameCopy(WIDTH, HEIGHT)], rounds, screen)
+        limits = [machine_limits.FrameCopy(WIDTH, HEIGHT)]
+        if desktop_class is KWinDesktop:
+            bus = SessionBus(desktop.environment["DBUS_SESSION_BUS_ADDRESS"])
+            limits.append(KWinCapture(bus, "Virtual-0", WIDTH * HEIGHT * 4))
+        return captures.measure(desktop, group, limits, rounds, screen)
 
 
 def measure_residents(desktop_class, witness, group, rounds, bus_services=()):
