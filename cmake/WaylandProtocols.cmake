@@ -35,6 +35,8 @@ function(lumacap_wayland_protocols name)
       DEPENDS ${description} VERBATIM)
     list(APPEND generated ${made}/${base}.h ${made}/${base}.c)
   endforeach()
+  add_custom_target(${name}_code DEPENDS ${generated})
+  set_property(GLOBAL APPEND PROPERTY LUMACAP_GENERATED ${name}_code) # which lint has to see, too
   add_library(${name} STATIC ${generated})
   target_include_directories(${name} SYSTEM PUBLIC ${offered})
   target_link_libraries(${name} PUBLIC PkgConfig::WAYLAND)

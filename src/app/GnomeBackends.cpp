@@ -53,6 +53,7 @@ std::unique_ptr<wayland::PointerFinder> pointerFinder(const Session &session)
 std::unique_ptr<HotkeyService> hotkeyService(const Session & /*session*/)
 {
     std::vector<HotkeyCommand> commands;
+    commands.reserve(hotkeyCommands.size());
     for (const HotkeyCommandRow &entry : hotkeyCommands)
         commands.push_back({entry.id, row(entry.command).name, u"Lumacap: "_s + entry.title});
     return std::make_unique<GnomeHotkeyService>(

@@ -33,10 +33,11 @@ QCoro::Task<std::optional<QPointF>> CastPointerFinder::find()
         const auto place = co_await reader->readPointer(*node);
         if (!place)
             co_return std::nullopt;
-        if (!*place)
+        const auto pixel = *place;
+        if (!pixel)
             continue;
         const double scale = static_cast<double>(output.frame.width()) / output.pixels.width();
-        co_return QPointF(output.frame.topLeft()) + QPointF(**place) * scale;
+        co_return QPointF(output.frame.topLeft()) + QPointF(*pixel) * scale;
     }
     co_return std::nullopt;
 }

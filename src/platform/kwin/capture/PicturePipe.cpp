@@ -1,7 +1,8 @@
 #include "platform/kwin/capture/PicturePipe.h"
 
+#include "platform/kwin/capture/PipeWatch.h"
+
 #include <QCoroSignal>
-#include <QSocketNotifier>
 
 #include <array>
 #include <cerrno>
@@ -20,24 +21,6 @@ namespace {
 
 /// As much as the system lets anybody have; a picture of 4K goes through in thirty pieces.
 constexpr int wantedCapacity = 1024 * 1024;
-
-/// The notifier's own signal is none that can be awaited: nobody else may make its last argument.
-class PipeWatch final : public QObject {
-    Q_OBJECT
-
-public:
-    explicit PipeWatch(int descriptor)
-        : m_notifier(descriptor, QSocketNotifier::Read)
-    {
-        connect(&m_notifier, &QSocketNotifier::activated, this, [this] { Q_EMIT readable(); });
-    }
-
-Q_SIGNALS:
-    void readable();
-
-private:
-    QSocketNotifier m_notifier;
-};
 
 struct Free {
     void operator()(uchar *bytes) const { std::free(bytes); }
@@ -110,5 +93,3 @@ QCoro::Task<Result<QImage>> readPicture(QDBusUnixFileDescriptor end, PictureLayo
 }
 
 } // namespace lumacap::kwin
-
-#include "PicturePipe.moc"
