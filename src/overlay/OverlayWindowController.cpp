@@ -83,10 +83,12 @@ QCoro::Task<> OverlayWindowController::beginSelection()
 {
     const QPointer self{this};
     m_isFreezing = true;
+    const unsigned int dismissals = m_dismissals;
     co_await m_services.screens.prepare();
     if (!self)
         co_return;
-    if (const auto screen = activeScreen())
+    const auto screen = activeScreen();
+    if (screen && dismissals == m_dismissals)
         co_await freeze(*screen);
     if (self)
         m_isFreezing = false;
@@ -95,12 +97,17 @@ QCoro::Task<> OverlayWindowController::beginSelection()
 QCoro::Task<> OverlayWindowController::freeze(Screen screen)
 {
     const QPointer self{this};
+    const unsigned int dismissals = m_dismissals;
     co_await m_services.windowList.prepare();
     if (!self)
         co_return;
     const auto frozenImage = co_await m_captureEngine.captureFreezeImage(screen);
     if (!self)
         co_return;
+    if (dismissals != m_dismissals) { // nobody waits for it any more
+        m_services.windowList.release();
+        co_return;
+    }
     if (!frozenImage) {
         std::puts("Failed to capture freeze image");
         std::fflush(stdout);
@@ -170,6 +177,7 @@ void OverlayWindowController::handleConfirm()
 
 void OverlayWindowController::dismissAll()
 {
+    ++m_dismissals;
     QCoreApplication::instance()->removeEventFilter(this);
     for (OverlayView *const view : m_overlayViews)
         view->invalidateAnimationTimer();

@@ -76,6 +76,7 @@ private:
     std::unique_ptr<AnnotationStore, DeleteLater> m_store;
     std::optional<CapturedScreen> m_captureScreen;
     bool m_isFreezing = false;
+    unsigned int m_dismissals = 0; ///< so that a freeze knows of one meanwhile
 };
 
 } // namespace lumacap

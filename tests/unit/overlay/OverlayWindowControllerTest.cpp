@@ -177,6 +177,19 @@ TEST_F(OverlayWindowControllerTest, aSecondRequestDuringTheFreezeDoesNothing)
     EXPECT_EQ(m_capture.requests.size(), 1U);
 }
 
+TEST_F(OverlayWindowControllerTest, aDismissalDuringTheFreezeLeavesNoOverlay)
+{
+    m_controller.showOverlay();
+    ASSERT_TRUE(m_surface.widgets.empty()) << "the freeze is not over yet";
+
+    m_controller.dismissAll();
+
+    EXPECT_TRUE(
+        QTest::qWaitFor([this] { return !m_capture.requests.empty() && !m_windows.isFollowing; }));
+    EXPECT_FALSE(QTest::qWaitFor([this] { return !m_surface.widgets.empty(); }, 100));
+    EXPECT_NE(shown(), nullptr) << "the next capture works";
+}
+
 class ConfirmKeyTest : public OverlayWindowControllerTest,
                        public testing::WithParamInterface<Qt::Key> { };
 
