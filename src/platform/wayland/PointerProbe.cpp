@@ -1,6 +1,7 @@
 #include "platform/wayland/PointerProbe.h"
 
 #include "platform/wayland/Connection.h"
+#include "platform/wayland/Outputs.h"
 
 #include <algorithm>
 #include <utility>
@@ -109,7 +110,7 @@ const zwlr_layer_surface_v1_listener &PointerProbe::Cover::layerListener()
     return listener;
 }
 
-PointerProbe::PointerProbe(Connection &connection, const std::vector<Output> &outputs)
+PointerProbe::PointerProbe(Connection &connection, const Outputs &outputs)
     : m_connection(connection)
     , m_outputs(outputs)
     , m_compositor(
@@ -186,7 +187,8 @@ void PointerProbe::cover()
     m_nothing = transparentPixel(m_memory.get());
     if (m_nothing == nullptr)
         return;
-    for (const Output &output : m_outputs)
+    // Those of now: one may have gone since the seat was asked.
+    for (const Output &output : m_outputs.all())
         m_covers.push_back(std::make_unique<Cover>(*this, output));
     m_connection.flush();
 }

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "platform/wayland/Output.h"
 #include "platform/wayland/Owned.h"
 
 #include <QObject>
@@ -24,14 +23,15 @@ struct zwlr_layer_shell_v1;
 namespace lumacap::wayland {
 
 class Connection;
+class Outputs;
 
 /// Invisible surfaces over outputs that wait for the pointer. They are gone when the object is.
 class PointerProbe final : public QObject {
     Q_OBJECT
 
 public:
-    /// Borrows `connection`, which outlives the object.
-    PointerProbe(Connection &connection, const std::vector<Output> &outputs);
+    /// Over all `outputs`. Borrows both, which outlive the object.
+    PointerProbe(Connection &connection, const Outputs &outputs);
     ~PointerProbe() override;
     Q_DISABLE_COPY_MOVE(PointerProbe)
 
@@ -49,7 +49,7 @@ private:
     void enter(wl_surface *surface, QPointF place);
 
     Connection &m_connection;
-    std::vector<Output> m_outputs;
+    const Outputs &m_outputs;
     Owned<wl_compositor> m_compositor;
     Owned<wl_shm> m_memory;
     Owned<wp_viewporter> m_viewporter;

@@ -38,10 +38,9 @@ ProbePointerFinder::ProbePointerFinder(Connection &connection, const Outputs &ou
 
 QCoro::Task<std::optional<QPointF>> ProbePointerFinder::find()
 {
-    const std::vector<Output> outputs = m_outputs.all();
-    if (outputs.size() < 2)
+    if (m_outputs.all().size() < 2)
         co_return std::nullopt;
-    const PointerProbe probe(m_connection, outputs);
+    const PointerProbe probe(m_connection, m_outputs);
     const auto told = co_await qCoro(&probe, &PointerProbe::finished, patience);
     co_return told.value_or(std::nullopt);
 }
