@@ -11,7 +11,17 @@
 
 using namespace Qt::StringLiterals;
 
+using namespace std::chrono_literals;
+
 namespace lumacap::wayland {
+
+namespace {
+
+/// At the start of a session the compositor has much to do, and without its first answer the
+/// program could do nothing for as long as it runs.
+constexpr auto firstAnswerLimit = 8s;
+
+} // namespace
 
 void Connection::Disconnect::operator()(wl_display *display) const noexcept
 {
@@ -35,7 +45,7 @@ Result<std::unique_ptr<Connection>> Connection::open()
     if (display == nullptr)
         return failure(u"no Wayland compositor answers"_s);
     std::unique_ptr<Connection> connection(new Connection(std::move(display)));
-    if (!connection->roundTrip())
+    if (!connection->roundTrip(firstAnswerLimit))
         return failure(u"the Wayland compositor does not answer"_s);
     return connection;
 }
