@@ -36,6 +36,8 @@ public:
     Session &operator=(Session &&) noexcept = delete;
     Q_DISABLE_COPY(Session)
 
+    /// False when the display server, if there is one, did not answer.
+    bool isConnected() const { return m_x11 != nullptr || m_wayland != nullptr; }
     /// Null in a session without an X server, and under Wayland, where the X server shows only a
     /// part of what is on the screen.
     xcb::Connection *x11() const { return m_x11.get(); }

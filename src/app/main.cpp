@@ -41,6 +41,7 @@ constexpr auto captureLimit = 25s;
 constexpr auto answerLimit = 150s; // a Wayland desktop may ask the person whether it may be taken
 constexpr auto endLimit = 30s;
 
+const QString noPicture = u"no picture was taken: "_s;
 const QString refusedCommand = u"the running agent did not take the command"_s;
 
 void sayOnStandardError(const QString &line)
@@ -80,6 +81,10 @@ int run(const CaptureToFile &request, int &argc, char **argv)
     const QByteArray lastWords = "lumacap: no picture was taken: the display does not answer\n";
     std::optional<Watchdog> watchdog(std::in_place, captureLimit, lastWords, EXIT_FAILURE);
     const Session session = Session::open();
+    if (!session.isConnected() && Session::hasDisplay()) {
+        sayOnStandardError(noPicture + u"the display does not answer"_s);
+        return EXIT_FAILURE;
+    }
     if (session.wayland() != nullptr) {
         watchdog.reset();
         watchdog.emplace(answerLimit, lastWords, EXIT_FAILURE);
@@ -89,7 +94,7 @@ int run(const CaptureToFile &request, int &argc, char **argv)
         QCoro::waitFor(captureFirstDisplay(*screenCapture, request.path, request.format));
     if (done)
         return EXIT_SUCCESS;
-    sayOnStandardError(u"no picture was taken: "_s + done.error().description);
+    sayOnStandardError(noPicture + done.error().description);
     return EXIT_FAILURE;
 }
 
