@@ -1,6 +1,7 @@
 #include "everywhere/DesktopMake.h"
 
 #include "harness/PrivateDesktop.h"
+#include "harness/wayland/GnomeDesktop.h"
 #include "harness/wayland/KWinDesktop.h"
 #include "harness/wayland/SwayDesktop.h"
 
@@ -41,6 +42,14 @@ std::unique_ptr<TestDesktop> onKWinAtOneAndAHalf()
         KWinOptions{.size = {1200, 700}, .scale = 1.5, .outputs = 2});
 }
 
+std::unique_ptr<TestDesktop> onGnome()
+{
+    auto desktop = std::make_unique<GnomeDesktop>(
+        GnomeOptions{.monitors = {{1200, 700}, {1000, 700}}, .xServer = XServerInside::Present});
+    desktop->startShortcuts();
+    return desktop;
+}
+
 } // namespace
 
 const std::vector<DesktopMake> &everyDesktop()
@@ -49,7 +58,8 @@ const std::vector<DesktopMake> &everyDesktop()
                                                 {"Sway", &onSway},
                                                 {"SwayAtTwo", &onSwayAtTwo},
                                                 {"KWin", &onKWin},
-                                                {"KWinAtOneAndAHalf", &onKWinAtOneAndAHalf}};
+                                                {"KWinAtOneAndAHalf", &onKWinAtOneAndAHalf},
+                                                {"Gnome", &onGnome}};
     return makes;
 }
 

@@ -35,6 +35,7 @@ public:
     /// Only where the shell does not check.
     QImage look(const QString &output) override;
     void paint(const QString &output, const QImage &picture) override;
+    bool listsWindows() const override { return false; }
 
     /// Starts what acts upon the shortcuts in the person's settings.
     void startShortcuts();

@@ -28,6 +28,7 @@
 #include <protocols/xdg-output-unstable-v1.h>
 #include <protocols/xdg-shell.h>
 #include <sys/mman.h>
+#include <unistd.h>
 #include <wayland-client.h>
 
 namespace {
@@ -61,6 +62,7 @@ struct Client {
     wl_seat *seat = nullptr;
     wl_keyboard *keyboard = nullptr;
     wl_pointer *pointer = nullptr;
+    wl_surface *cursor = nullptr; // some compositors show none unless they are given one
     std::vector<NamedOutput *> outputs; // as long as the program
     wl_surface *surface = nullptr;
     wp_viewport *viewport = nullptr;
@@ -114,8 +116,14 @@ const wl_keyboard_listener keyboardListener{
 };
 
 const wl_pointer_listener pointerListener{
-    .enter = [](void *, wl_pointer *, std::uint32_t, wl_surface *, wl_fixed_t,
-                wl_fixed_t) { say("enter"); },
+    .enter =
+        [](void *data, wl_pointer *pointer, std::uint32_t serial, wl_surface *, wl_fixed_t,
+           wl_fixed_t) {
+            const auto &client = *static_cast<Client *>(data);
+            if (client.cursor != nullptr)
+                wl_pointer_set_cursor(pointer, serial, client.cursor, 0, 0);
+            say("enter");
+        },
     .leave = [](void *, wl_pointer *, std::uint32_t, wl_surface *) { say("leave"); },
     .motion = [](void *, wl_pointer *, std::uint32_t, wl_fixed_t, wl_fixed_t) {},
     .button =
@@ -142,7 +150,7 @@ const wl_seat_listener seatListener{
             }
             if ((capabilities & WL_SEAT_CAPABILITY_POINTER) != 0 && client.pointer == nullptr) {
                 client.pointer = wl_seat_get_pointer(seat);
-                wl_pointer_add_listener(client.pointer, &pointerListener, nullptr);
+                wl_pointer_add_listener(client.pointer, &pointerListener, data);
             }
         },
     .name = [](void *, wl_seat *, const char *) {},
@@ -288,6 +296,24 @@ void makeBuffer(Client &client, const char *size, const char *path)
     wl_shm_pool_destroy(pool);
 }
 
+/// A black square: what a pointer looks like is for the programs to say.
+void makeCursor(Client &client)
+{
+    constexpr std::int32_t side = 16;
+    constexpr std::int32_t bytes = side * side * 4;
+    const int file = memfd_create("cursor", MFD_CLOEXEC);
+    if (file < 0 || ftruncate(file, bytes) < 0)
+        fail("no cursor");
+    wl_shm_pool *const pool = wl_shm_create_pool(client.shm, file, bytes);
+    wl_buffer *const buffer =
+        wl_shm_pool_create_buffer(pool, 0, side, side, side * 4, WL_SHM_FORMAT_XRGB8888);
+    wl_shm_pool_destroy(pool);
+    close(file);
+    client.cursor = wl_compositor_create_surface(client.compositor);
+    wl_surface_attach(client.cursor, buffer, 0, 0);
+    wl_surface_commit(client.cursor);
+}
+
 void beBackground(Client &client, const char *output)
 {
     if (client.layers == nullptr)
@@ -335,6 +361,7 @@ int main(int argc, char **argv)
         beBackground(client, argv[4]);
     } else if (kind == "full-screen") {
         client.fills = true;
+        makeCursor(client);
         xdg_toplevel_set_fullscreen(beWindow(client), outputNamed(client, argv[4]));
     } else {
         xdg_toplevel *const toplevel = beWindow(client);

@@ -17,6 +17,9 @@ namespace {
 const QString service = u"org.gnome.Mutter.RemoteDesktop"_s;
 const QString sessionInterface = u"org.gnome.Mutter.RemoteDesktop.Session"_s;
 
+/// Further down than the shell's panel is high.
+constexpr int panelReach = 64;
+
 } // namespace
 
 RemoteInput::RemoteInput(const QDBusConnection &bus)
@@ -42,6 +45,13 @@ RemoteInput::~RemoteInput()
 
 void RemoteInput::moveTo(QPoint place)
 {
+    // Beside its panel the shell stops a pointer that goes to another monitor: below, it is free.
+    if (place.y() < panelReach || m_place.y() < panelReach) {
+        moveBy({0, panelReach - m_place.y()});
+        m_place.setY(panelReach);
+        moveBy({place.x() - m_place.x(), 0});
+        m_place.setX(place.x());
+    }
     moveBy(place - m_place);
     m_place = place;
 }
