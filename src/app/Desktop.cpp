@@ -1,6 +1,7 @@
 #include "app/Desktop.h"
 
 #include "app/AbsentServices.h"
+#include "app/FallbackScreenCapture.h"
 #include "app/GnomeBackends.h"
 #include "app/KWinBackends.h"
 #include "app/LateHotkeyService.h"
@@ -67,10 +68,19 @@ auto choose(const Rows &rows, const Session &session, const char *variable, cons
     return rows.back().make(session, needs...);
 }
 
+/// By the portal where the desktop refuses `make`'s way, if there is a portal.
+template <auto make>
+std::unique_ptr<ScreenCapture> orPortal(const Session &session)
+{
+    if (!portal::isOffered(session))
+        return make(session);
+    return std::make_unique<FallbackScreenCapture>(make(session), portal::screenCapture(session));
+}
+
 constexpr auto screenCaptures = std::to_array<Row<ScreenCapture>>({
     {"x11", x11::isOffered, x11::screenCapture},
-    {"kwin", kwin::takesPictures, kwin::screenCapture},
-    {"mutter", gnome::castsScreens, gnome::screenCapture},
+    {"kwin", kwin::takesPictures, orPortal<kwin::screenCapture>},
+    {"mutter", gnome::castsScreens, orPortal<gnome::screenCapture>},
     {"screencopy", wayland::copiesScreens, wayland::screencopy},
     {"portal", portal::isOffered, portal::screenCapture}, // may ask the person first
     {"none", always, plain<ScreenCapture, AbsentScreenCapture>},
