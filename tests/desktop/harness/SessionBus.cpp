@@ -4,6 +4,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 
 #include <stdexcept>
 
@@ -22,26 +23,19 @@ const QString configuration = QStringLiteral(
     "<allow eavesdrop=\"true\"/><allow own=\"*\"/></policy>\n"
     "<limit name=\"service_start_timeout\">20000</limit></busconfig>\n");
 
-void offer(const QString &service, const QString &folder)
-{
-    const QString file = u'/' + service + QStringLiteral(".service");
-    if (!QFile::copy(QStringLiteral("/usr/share/dbus-1/services") + file, folder + file))
-        throw std::runtime_error("not installed: bus service " + service.toStdString());
-}
-
 } // namespace
 
 SessionBus::SessionBus(const QString &folder, const QString &runtimeFolder,
                        const QStringList &services, const Environment &environment)
+    : m_services(folder + QStringLiteral("/services"))
 {
-    const QString serviceFolder = folder + QStringLiteral("/services");
-    QDir().mkpath(serviceFolder);
+    QDir().mkpath(m_services);
     for (const QString &service : services)
-        offer(service, serviceFolder);
+        offer(QStringLiteral("/usr/share/dbus-1/services/%1.service").arg(service));
     QFile file(folder + QStringLiteral("/bus.conf"));
     if (!file.open(QIODevice::WriteOnly))
         throw std::runtime_error("no bus configuration");
-    file.write(configuration.arg(runtimeFolder, serviceFolder).toLocal8Bit());
+    file.write(configuration.arg(runtimeFolder, m_services).toLocal8Bit());
     file.close();
 
     m_daemon = std::make_unique<Process>(
@@ -51,6 +45,12 @@ SessionBus::SessionBus(const QString &folder, const QString &runtimeFolder,
         environment, folder + QStringLiteral("/bus"));
     require("the session bus", [this] { return m_daemon->output().endsWith('\n'); });
     m_address = m_daemon->output().trimmed();
+}
+
+void SessionBus::offer(const QString &file) const
+{
+    if (!QFile::copy(file, m_services + u'/' + QFileInfo(file).fileName()))
+        throw std::runtime_error("no bus service " + file.toStdString());
 }
 
 } // namespace lumacap::harness

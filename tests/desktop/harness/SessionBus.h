@@ -18,12 +18,16 @@ public:
 
     /// What DBUS_SESSION_BUS_ADDRESS holds for its clients.
     QByteArray address() const { return m_address; }
+    /// Lets the bus start one more service, of which `file` tells; throws when there is no such
+    /// file.
+    void offer(const QString &file) const;
     /// Ends the bus under its clients.
     void end() const { m_daemon->terminate(); }
 
 private:
     std::unique_ptr<Process> m_daemon;
     QByteArray m_address;
+    QString m_services; // the folder of their files, which the bus watches
 };
 
 } // namespace lumacap::harness
