@@ -34,7 +34,7 @@ void LateHotkeyService::adopt(std::unique_ptr<HotkeyService> chosen)
 /// The service answers later, when its own number of the registration is known.
 void LateHotkeyService::pass(HotKeyRef ref)
 {
-    Registration &registration = m_registrations.at(ref);
+    Registration &registration = *m_registrations.find(ref);
     registration.chosenRef = m_chosen->registerHotKey(
         registration.hotKey,
         [this, ref, answer = std::move(registration.answer)](HotKeyState state) {
@@ -53,20 +53,19 @@ void LateHotkeyService::setPressedHandler(PressedHandler handler)
 
 HotKeyRef LateHotkeyService::registerHotKey(const HotKey &hotKey, Answer answer)
 {
-    m_lastRef = HotKeyRef{std::to_underlying(m_lastRef) + 1};
-    m_registrations.emplace(m_lastRef, Registration{hotKey, std::move(answer), {}});
+    const HotKeyRef ref = m_registrations.add(hotKey, std::move(answer));
     if (m_chosen)
-        pass(m_lastRef);
-    return m_lastRef;
+        pass(ref);
+    return ref;
 }
 
 void LateHotkeyService::unregisterHotKey(HotKeyRef ref)
 {
-    const auto registration = m_registrations.find(ref);
-    if (registration == m_registrations.end())
+    const Registration *const registered = m_registrations.find(ref);
+    if (registered == nullptr)
         return;
-    const std::optional<HotKeyRef> chosenRef = registration->second.chosenRef;
-    m_registrations.erase(registration);
+    const std::optional<HotKeyRef> chosenRef = registered->chosenRef;
+    m_registrations.erase(ref);
     if (chosenRef)
         m_chosen->unregisterHotKey(*chosenRef);
 }

@@ -1,11 +1,10 @@
 #pragma once
 
-#include "platform/HotkeyService.h"
+#include "platform/HotKeyBook.h"
 
 #include <QCoroTask>
 #include <QObject>
 
-#include <map>
 #include <memory>
 #include <optional>
 
@@ -29,9 +28,7 @@ public:
     void resume() override;
 
 private:
-    struct Registration {
-        HotKey hotKey;
-        Answer answer; ///< moved on to the service
+    struct Registration : HotKeyRegistration {
         std::optional<HotKeyRef> chosenRef; ///< once the service has it
     };
 
@@ -39,8 +36,7 @@ private:
     void adopt(std::unique_ptr<HotkeyService> chosen);
     void pass(HotKeyRef ref);
 
-    std::map<HotKeyRef, Registration> m_registrations; // the earliest first
-    HotKeyRef m_lastRef{};
+    HotKeyBook<Registration> m_registrations;
     PressedHandler m_onPressed;
     bool m_isSuspended = false;
     std::unique_ptr<HotkeyService> m_chosen; // null until the desktop has told

@@ -45,18 +45,18 @@ void GnomeHotkeyService::setPressedHandler(PressedHandler /*handler*/) { }
 
 HotKeyRef GnomeHotkeyService::registerHotKey(const HotKey &hotKey, Answer answer)
 {
-    m_lastRef = HotKeyRef{std::to_underlying(m_lastRef) + 1};
-    m_registrations.emplace(m_lastRef, Registration{hotKey, std::move(answer)});
+    const HotKeyRef ref = m_registrations.add(hotKey, std::move(answer));
     if (!m_isSuspended)
-        decide(m_lastRef);
-    return m_lastRef;
+        decide(ref);
+    return ref;
 }
 
 void GnomeHotkeyService::unregisterHotKey(HotKeyRef ref)
 {
-    const auto gone = m_registrations.extract(ref);
-    if (gone && gone.mapped().command != nullptr)
-        m_keybindings->remove(gone.mapped().command->argument);
+    const Registration *const registered = m_registrations.find(ref);
+    if (registered != nullptr && registered->command != nullptr)
+        m_keybindings->remove(registered->command->argument);
+    m_registrations.erase(ref);
 }
 
 void GnomeHotkeyService::suspend()
@@ -81,7 +81,7 @@ void GnomeHotkeyService::resume()
 
 void GnomeHotkeyService::decide(HotKeyRef ref)
 {
-    Registration &registration = m_registrations.at(ref);
+    Registration &registration = *m_registrations.find(ref);
     const auto chord = chordOf(registration.hotKey);
     const bool isFree = chord && !isOurs(*chord) && !m_keybindings->isTaken(*chord);
     if (isFree)
@@ -89,18 +89,8 @@ void GnomeHotkeyService::decide(HotKeyRef ref)
     if (registration.command != nullptr)
         add(registration);
     const auto state = registration.command == nullptr ? HotKeyState::NotLive : HotKeyState::Live;
-    QMetaObject::invokeMethod(this, [this, ref, state] { tell(ref, state); }, Qt::QueuedConnection);
-}
-
-void GnomeHotkeyService::tell(HotKeyRef ref, HotKeyState state)
-{
-    const auto found = m_registrations.find(ref);
-    if (found == m_registrations.end() || !found->second.answer)
-        return;
-    const Answer answer = std::exchange(found->second.answer, nullptr);
-    if (state == HotKeyState::NotLive)
-        m_registrations.erase(found);
-    answer(state);
+    QMetaObject::invokeMethod(
+        this, [this, ref, state] { m_registrations.answer(ref, state); }, Qt::QueuedConnection);
 }
 
 const HotkeyCommand *GnomeHotkeyService::commandFor(const HotKey &hotKey) const

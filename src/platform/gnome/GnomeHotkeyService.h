@@ -1,12 +1,11 @@
 #pragma once
 
-#include "platform/HotkeyService.h"
+#include "platform/HotKeyBook.h"
 #include "platform/gnome/Keybindings.h"
 
 #include <QObject>
 #include <QString>
 
-#include <map>
 #include <memory>
 #include <vector>
 
@@ -42,14 +41,11 @@ public:
     void resume() override;
 
 private:
-    struct Registration {
-        HotKey hotKey;
-        Answer answer; ///< empty once called
+    struct Registration : HotKeyRegistration {
         const HotkeyCommand *command = nullptr; ///< once it is live
     };
 
     void decide(HotKeyRef ref);
-    void tell(HotKeyRef ref, HotKeyState state);
     const HotkeyCommand *commandFor(const HotKey &hotKey) const;
     bool isOurs(const KeyChord &chord) const;
     void add(const Registration &registration);
@@ -57,8 +53,7 @@ private:
     std::unique_ptr<Keybindings> m_keybindings;
     QString m_program;
     std::vector<HotkeyCommand> m_commands;
-    std::map<HotKeyRef, Registration> m_registrations; // the earliest first
-    HotKeyRef m_lastRef{};
+    HotKeyBook<Registration> m_registrations;
     bool m_isSuspended = false;
 };
 

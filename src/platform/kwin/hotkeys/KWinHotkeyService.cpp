@@ -36,23 +36,19 @@ void KWinHotkeyService::setPressedHandler(PressedHandler handler)
 
 HotKeyRef KWinHotkeyService::registerHotKey(const HotKey &hotKey, Answer answer)
 {
-    m_lastRef = HotKeyRef{std::to_underlying(m_lastRef) + 1};
-    Registration registration;
-    registration.hotKey = hotKey;
-    registration.answer = std::move(answer);
-    m_registrations.emplace(m_lastRef, std::move(registration));
+    const HotKeyRef ref = m_registrations.add(hotKey, std::move(answer));
     if (isReady())
-        spawn(ask(m_lastRef));
-    return m_lastRef;
+        spawn(ask(ref));
+    return ref;
 }
 
 void KWinHotkeyService::unregisterHotKey(HotKeyRef ref)
 {
-    const auto found = m_registrations.find(ref);
-    if (found == m_registrations.end())
+    Registration *const registered = m_registrations.find(ref);
+    if (registered == nullptr)
         return;
-    giveUp(found->second);
-    m_registrations.erase(found);
+    giveUp(*registered);
+    m_registrations.erase(ref);
 }
 
 void KWinHotkeyService::suspend()
@@ -98,7 +94,7 @@ void KWinHotkeyService::askForChanged()
 QCoro::Task<> KWinHotkeyService::ask(HotKeyRef ref)
 {
     const QPointer self{this};
-    Registration &asked = m_registrations.at(ref);
+    Registration &asked = *m_registrations.find(ref);
     const int attempt = ++asked.attempt;
     const KeySequences sequences = sequencesOf(asked.hotKey);
     HotKeyState state = HotKeyState::NotLive;
@@ -117,22 +113,15 @@ QCoro::Task<> KWinHotkeyService::ask(HotKeyRef ref)
         this, [this, ref, attempt, state] { conclude(ref, attempt, state); }, Qt::QueuedConnection);
 }
 
-/// Tells whoever registered, who is told once: a shortcut that was live and is refused after a
-/// change of the keyboard stays registered, and is asked for again at the next change.
 void KWinHotkeyService::conclude(HotKeyRef ref, int attempt, HotKeyState state)
 {
-    const auto found = m_registrations.find(ref);
-    if (found == m_registrations.end() || found->second.attempt != attempt)
+    Registration *const asked = m_registrations.find(ref);
+    if (asked == nullptr || asked->attempt != attempt)
         return; // given up meanwhile
-    found->second.isLive = state == HotKeyState::Live;
+    asked->isLive = state == HotKeyState::Live;
     if (state == HotKeyState::NotLive)
-        giveUp(found->second);
-    const Answer answer = std::exchange(found->second.answer, {});
-    if (!answer)
-        return;
-    if (state == HotKeyState::NotLive)
-        m_registrations.erase(found);
-    answer(state);
+        giveUp(*asked);
+    m_registrations.answer(ref, state);
 }
 
 void KWinHotkeyService::giveUp(Registration &registration)

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/HotkeyService.h"
+#include "platform/HotKeyBook.h"
 #include "platform/kwin/hotkeys/GlobalShortcuts.h"
 #include "platform/kwin/hotkeys/Keyboard.h"
 
@@ -29,9 +29,7 @@ public:
     void resume() override;
 
 private:
-    struct Registration {
-        HotKey hotKey;
-        Answer answer; ///< empty once called
+    struct Registration : HotKeyRegistration {
         QList<int> keys; ///< asked for; empty for none
         bool isLive = false;
         int attempt = 0; ///< counted so that a late answer is known for one
@@ -51,8 +49,7 @@ private:
     Actions m_actions;
     Keyboard m_keyboard;
     GlobalShortcuts m_shortcuts;
-    std::map<HotKeyRef, Registration> m_registrations; // the earliest first
-    HotKeyRef m_lastRef{};
+    HotKeyBook<Registration> m_registrations;
     PressedHandler m_onPressed;
     bool m_isSuspended = false;
 };

@@ -53,16 +53,17 @@ void PortalHotkeyService::setPressedHandler(PressedHandler handler)
 
 HotKeyRef PortalHotkeyService::registerHotKey(const HotKey &hotKey, Answer answer)
 {
-    m_lastRef = HotKeyRef{std::to_underlying(m_lastRef) + 1};
-    m_registrations.emplace(m_lastRef, Registration{hotKey, std::move(answer)});
+    const HotKeyRef ref = m_registrations.add(hotKey, std::move(answer));
     bindSoon();
-    return m_lastRef;
+    return ref;
 }
 
 void PortalHotkeyService::unregisterHotKey(HotKeyRef ref)
 {
-    if (m_registrations.erase(ref) != 0)
-        bindSoon();
+    if (m_registrations.find(ref) == nullptr)
+        return;
+    m_registrations.erase(ref);
+    bindSoon();
 }
 
 void PortalHotkeyService::suspend()
@@ -101,7 +102,7 @@ void PortalHotkeyService::bindSoon()
 
 void PortalHotkeyService::bindAll()
 {
-    if (m_isSuspended || m_registrations.empty())
+    if (m_isSuspended || m_registrations.isEmpty())
         return;
     m_attempt = std::make_unique<QObject>();
     spawn(bind(m_attempt.get()));
@@ -176,24 +177,9 @@ void PortalHotkeyService::conclude(const QStringList &bound)
         answers.emplace_back(ref, isLive ? HotKeyState::Live : HotKeyState::NotLive);
     }
     for (const auto &[ref, state] : answers)
-        tell(ref, state);
-    if (m_registrations.empty())
+        m_registrations.answer(ref, state);
+    if (m_registrations.isEmpty())
         giveUp();
-}
-
-/// Whoever registered is told once: a shortcut that was live and is refused by the next portal
-/// stays registered, and is asked for again at the next change.
-void PortalHotkeyService::tell(HotKeyRef ref, HotKeyState state)
-{
-    const auto found = m_registrations.find(ref);
-    if (found == m_registrations.end())
-        return; // an earlier one's answer led to that
-    const Answer answer = std::exchange(found->second.answer, {});
-    if (!answer)
-        return;
-    if (state == HotKeyState::NotLive)
-        m_registrations.erase(found);
-    answer(state);
 }
 
 void PortalHotkeyService::press(const QString &id)

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/HotkeyService.h"
+#include "platform/HotKeyBook.h"
 #include "platform/portal/Portal.h"
 #include "platform/portal/shortcuts/ShortcutSession.h"
 
@@ -38,17 +38,11 @@ public:
     void resume() override;
 
 private:
-    struct Registration {
-        HotKey hotKey;
-        Answer answer; ///< empty once called
-    };
-
     void bindSoon();
     void bindAll();
     QCoro::Task<> bind(QPointer<QObject> attempt);
     QList<BoundShortcut> wanted() const;
     void conclude(const QStringList &bound);
-    void tell(HotKeyRef ref, HotKeyState state);
     void giveUp();
     void followSession();
     void press(const QString &id);
@@ -56,8 +50,7 @@ private:
     Portal m_portal;
     ShortcutTexts m_texts;
     PressedHandler m_onPressed;
-    std::map<HotKeyRef, Registration> m_registrations; // the earliest first
-    HotKeyRef m_lastRef{};
+    HotKeyBook<HotKeyRegistration> m_registrations;
     bool m_isSuspended = false;
     bool m_isBindingSoon = false;
     QDBusServiceWatcher m_portals;

@@ -38,21 +38,20 @@ void X11HotkeyService::setPressedHandler(PressedHandler handler)
 
 HotKeyRef X11HotkeyService::registerHotKey(const HotKey &hotKey, Answer answer)
 {
-    m_lastRef = HotKeyRef{std::to_underlying(m_lastRef) + 1};
-    m_registrations.emplace(m_lastRef, Registration{hotKey, std::move(answer), {}});
+    const HotKeyRef ref = m_registrations.add(hotKey, std::move(answer));
     if (m_knowsModifierKeys && !m_isSuspended)
-        spawn(ask(m_lastRef));
+        spawn(ask(ref));
     updateListening();
-    return m_lastRef;
+    return ref;
 }
 
 void X11HotkeyService::unregisterHotKey(HotKeyRef ref)
 {
-    const auto found = m_registrations.find(ref);
-    if (found == m_registrations.end())
+    Registration *const registered = m_registrations.find(ref);
+    if (registered == nullptr)
         return;
-    giveUp(found->second);
-    m_registrations.erase(found);
+    giveUp(*registered);
+    m_registrations.erase(ref);
     updateListening();
 }
 
@@ -107,7 +106,7 @@ void X11HotkeyService::giveUpAll()
 QCoro::Task<> X11HotkeyService::ask(HotKeyRef ref)
 {
     const QPointer self{this};
-    Registration &asked = m_registrations.at(ref);
+    Registration &asked = *m_registrations.find(ref);
     const int attempt = ++asked.attempt;
     const auto chord = chordOf(asked.hotKey);
     Grab answer = Grab::Refused;
@@ -122,21 +121,14 @@ QCoro::Task<> X11HotkeyService::ask(HotKeyRef ref)
         Qt::QueuedConnection);
 }
 
-/// Tells whoever registered, who is told once: a shortcut that was live and is refused after a
-/// change of the keyboard stays registered, and is asked for again at the next change.
 void X11HotkeyService::conclude(HotKeyRef ref, int attempt, Grab grab)
 {
-    const auto found = m_registrations.find(ref);
-    if (found == m_registrations.end() || found->second.attempt != attempt)
+    Registration *const asked = m_registrations.find(ref);
+    if (asked == nullptr || asked->attempt != attempt)
         return; // given up meanwhile
     if (grab == Grab::Refused)
-        giveUp(found->second);
-    const Answer answer = std::exchange(found->second.answer, {});
-    if (!answer)
-        return;
-    if (grab == Grab::Refused)
-        m_registrations.erase(found);
-    answer(grab == Grab::Granted ? HotKeyState::Live : HotKeyState::NotLive);
+        giveUp(*asked);
+    m_registrations.answer(ref, grab == Grab::Granted ? HotKeyState::Live : HotKeyState::NotLive);
 }
 
 std::optional<KeyChord> X11HotkeyService::chordOf(const HotKey &hotKey) const
@@ -190,7 +182,7 @@ void X11HotkeyService::press(KeyChord chord, std::uint32_t time, Heard heard)
 
 void X11HotkeyService::updateListening()
 {
-    if (m_keyboardHolder.isAnother() && !m_isSuspended && !m_registrations.empty())
+    if (m_keyboardHolder.isAnother() && !m_isSuspended && !m_registrations.isEmpty())
         m_rawKeys.listen();
     else
         m_rawKeys.stop();

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/HotkeyService.h"
+#include "platform/HotKeyBook.h"
 #include "platform/x11/hotkeys/KeyGrabs.h"
 #include "platform/x11/hotkeys/KeyPresses.h"
 #include "platform/x11/hotkeys/KeyboardHolder.h"
@@ -10,7 +10,6 @@
 #include <QCoroTask>
 #include <QObject>
 
-#include <map>
 #include <memory>
 #include <optional>
 
@@ -35,9 +34,7 @@ public:
 private:
     /// How a press came: sent to us, or beside whoever it was sent to.
     enum class Heard { AsOurs, BesideAnother };
-    struct Registration {
-        HotKey hotKey;
-        Answer answer; ///< empty once called
+    struct Registration : HotKeyRegistration {
         std::optional<KeyChord> grabbed; ///< or asked for
         int attempt = 0; ///< to grab it, counted so that a late answer is known for one
     };
@@ -55,8 +52,7 @@ private:
     void updateListening();
 
     std::unique_ptr<xcb::Connection> m_connection;
-    std::map<HotKeyRef, Registration> m_registrations; // the earliest first
-    HotKeyRef m_lastRef{};
+    HotKeyBook<Registration> m_registrations;
     PressedHandler m_onPressed;
     ModifierKeys m_modifierKeys;
     bool m_knowsModifierKeys = false; // and asks for no key before

@@ -79,20 +79,19 @@ void SwayHotkeyService::setPressedHandler(PressedHandler handler)
 
 HotKeyRef SwayHotkeyService::registerHotKey(const HotKey &hotKey, Answer answer)
 {
-    m_lastRef = HotKeyRef{std::to_underlying(m_lastRef) + 1};
-    m_registrations.emplace(m_lastRef, Registration{hotKey, std::move(answer), {}});
+    const HotKeyRef ref = m_registrations.add(hotKey, std::move(answer));
     if (!m_isReading && !m_isSuspended)
-        ask(m_lastRef);
-    return m_lastRef;
+        ask(ref);
+    return ref;
 }
 
 void SwayHotkeyService::unregisterHotKey(HotKeyRef ref)
 {
-    const auto found = m_registrations.find(ref);
-    if (found == m_registrations.end())
+    Registration *const registered = m_registrations.find(ref);
+    if (registered == nullptr)
         return;
-    giveUp(found->second);
-    m_registrations.erase(found);
+    giveUp(*registered);
+    m_registrations.erase(ref);
 }
 
 void SwayHotkeyService::suspend()
@@ -174,7 +173,7 @@ QString SwayHotkeyService::commandOf(HotKeyRef ref)
 
 void SwayHotkeyService::ask(HotKeyRef ref)
 {
-    Registration &asked = m_registrations.at(ref);
+    Registration &asked = *m_registrations.find(ref);
     ++asked.attempt;
     const auto chord = chordOf(asked.hotKey);
     if (chord && !isTaken(*chord) && !isConfigured(*chord))
@@ -185,7 +184,7 @@ void SwayHotkeyService::ask(HotKeyRef ref)
 
 void SwayHotkeyService::bind(HotKeyRef ref, Chord chord)
 {
-    Registration &asked = m_registrations.at(ref);
+    Registration &asked = *m_registrations.find(ref);
     asked.bound = chord;
     const QString command = u"bindcode %1 %2 %3"_s.arg(flags, keysOf(chord), commandOf(ref));
     m_ipc.ask(Request::RunCommand, inUsualMode(command).toUtf8(),
@@ -222,21 +221,14 @@ void SwayHotkeyService::concludeLater(HotKeyRef ref, int attempt, HotKeyState st
         this, [this, ref, attempt, state] { conclude(ref, attempt, state); }, Qt::QueuedConnection);
 }
 
-/// Tells whoever registered, who is told once: a shortcut that was live and is not after a change
-/// of the configuration stays registered, and is asked for again at the next change.
 void SwayHotkeyService::conclude(HotKeyRef ref, int attempt, HotKeyState state)
 {
-    const auto found = m_registrations.find(ref);
-    if (found == m_registrations.end() || found->second.attempt != attempt)
+    Registration *const asked = m_registrations.find(ref);
+    if (asked == nullptr || asked->attempt != attempt)
         return; // given up meanwhile
     if (state == HotKeyState::NotLive)
-        giveUp(found->second);
-    const Answer answer = std::exchange(found->second.answer, {});
-    if (!answer)
-        return;
-    if (state == HotKeyState::NotLive)
-        m_registrations.erase(found);
-    answer(state);
+        giveUp(*asked);
+    m_registrations.answer(ref, state);
 }
 
 bool SwayHotkeyService::isConfigured(Chord chord) const

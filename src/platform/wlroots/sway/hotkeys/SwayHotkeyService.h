@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/HotkeyService.h"
+#include "platform/HotKeyBook.h"
 #include "platform/wayland/SeatKeyboard.h"
 #include "platform/wlroots/sway/Ipc.h"
 #include "platform/wlroots/sway/hotkeys/ConfiguredKeys.h"
@@ -9,7 +9,6 @@
 #include <QObject>
 
 #include <cstdint>
-#include <map>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -47,9 +46,7 @@ private:
 
         friend bool operator==(const Chord &, const Chord &) = default;
     };
-    struct Registration {
-        HotKey hotKey;
-        Answer answer; ///< empty once called
+    struct Registration : HotKeyRegistration {
         std::optional<Chord> bound; ///< or asked for
         int attempt = 0; ///< to bind it, counted so that a late answer is known for one
     };
@@ -73,8 +70,7 @@ private:
     void press(const QString &command);
 
     std::unique_ptr<wayland::SeatKeyboard> m_keyboard;
-    std::map<HotKeyRef, Registration> m_registrations; // the earliest first
-    HotKeyRef m_lastRef{};
+    HotKeyBook<Registration> m_registrations;
     PressedHandler m_onPressed;
     QString m_mode; // the compositor's, which new bindings go into
     std::optional<std::vector<ConfiguredKey>> m_configured; // nothing where nobody tells
