@@ -1,9 +1,8 @@
 #include "platform/kwin/windows/WindowFacts.h"
 
-#include "platform/ApplicationNames.h"
+#include "platform/WindowOwner.h"
 
 #include <QCoreApplication>
-#include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -72,23 +71,6 @@ std::optional<WindowFacts> factsOf(const QJsonObject &told)
     };
 }
 
-/// The name that a process has in the system; empty when there is no such process.
-QString processName(std::int64_t processId)
-{
-    QFile file(u"/proc/%1/comm"_s.arg(processId));
-    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readLine().trimmed())
-                                          : QString();
-}
-
-QString ownerName(const WindowFacts &facts, const ApplicationNames &names)
-{
-    QStringList identifiers{facts.desktopFile, facts.className, facts.instance};
-    identifiers.removeAll(QString());
-    if (const auto name = names.nameOf(identifiers))
-        return *name;
-    return facts.className.isEmpty() ? processName(facts.processId) : facts.className;
-}
-
 bool isOnAnOutput(const QRectF &frame, const std::vector<wayland::Output> &outputs)
 {
     return std::ranges::any_of(outputs, [&frame](const wayland::Output &output) {
@@ -142,7 +124,8 @@ std::vector<WindowRecord> windowRecords(const std::vector<WindowFacts> &facts,
         if (window.processId > 0)
             record.ownerPID = window.processId;
         record.bounds = wayland::topLeftFrame(window.frame, outputs);
-        record.ownerName = ownerName(window, names);
+        record.ownerName = ownerName(
+            {window.desktopFile, window.className, window.instance, record.ownerPID}, names);
         record.windowName = window.title;
         records.push_back(record);
     }

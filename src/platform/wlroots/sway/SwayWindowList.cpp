@@ -1,11 +1,10 @@
 #include "platform/wlroots/sway/SwayWindowList.h"
 
-#include "platform/ApplicationNames.h"
 #include "platform/Spawn.h"
+#include "platform/WindowOwner.h"
 #include "platform/wayland/Outputs.h"
 #include "platform/wlroots/sway/WindowTree.h"
 
-#include <QFile>
 #include <QPointer>
 
 #include <algorithm>
@@ -27,23 +26,6 @@ constexpr auto pause = 200ms;
 constexpr auto untold = 400ms;
 
 constexpr int ordinary = 0;
-
-/// The name that a process has in the system; empty when there is no such process.
-QString processName(std::optional<std::int64_t> processId)
-{
-    QFile file(u"/proc/%1/comm"_s.arg(processId.value_or(0)));
-    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readLine().trimmed())
-                                          : QString();
-}
-
-QString ownerName(const TreeWindow &window, const ApplicationNames &names)
-{
-    QStringList identifiers{window.applicationId, window.className, window.classInstance};
-    identifiers.removeAll(QString());
-    if (const auto name = names.nameOf(identifiers))
-        return *name;
-    return identifiers.isEmpty() ? processName(window.processId) : identifiers.first();
-}
 
 bool isOnAnOutput(const QRectF &frame, const std::vector<wayland::Output> &outputs)
 {
@@ -118,7 +100,9 @@ void SwayWindowList::keep(const QJsonObject &tree)
                              .windowNumber = window.id,
                              .ownerPID = window.processId,
                              .bounds = topLeftFrame(window.frame, outputs),
-                             .ownerName = ownerName(window, m_names),
+                             .ownerName = ownerName({window.applicationId, window.className,
+                                                     window.classInstance, window.processId},
+                                                    m_names),
                              .windowName = window.title});
     }
 }

@@ -1,7 +1,7 @@
 #include "platform/x11/windows/X11WindowList.h"
 
-#include "platform/ApplicationNames.h"
 #include "platform/Spawn.h"
+#include "platform/WindowOwner.h"
 #include "platform/x11/windows/ProcessIds.h"
 #include "platform/x11/windows/RootState.h"
 #include "platform/x11/windows/WindowAtoms.h"
@@ -10,7 +10,6 @@
 #include "platform/x11/windows/WindowWatch.h"
 #include "platform/xcb/Connection.h"
 
-#include <QFile>
 #include <QPointer>
 
 #include <algorithm>
@@ -33,23 +32,6 @@ constexpr auto pause = 200ms;
 
 constexpr std::uint32_t rootEvents =
     XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE;
-
-/// The name that a process has in the system; empty when there is no such process.
-QString processName(std::optional<std::int64_t> processId)
-{
-    QFile file(u"/proc/%1/comm"_s.arg(processId.value_or(0)));
-    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readLine().trimmed())
-                                          : QString();
-}
-
-QString ownerName(const WindowFacts &facts, const ApplicationNames &names)
-{
-    QStringList identifiers{facts.applicationId, facts.className, facts.classInstance};
-    identifiers.removeAll(QString());
-    if (const auto name = names.nameOf(identifiers))
-        return *name;
-    return facts.className.isEmpty() ? processName(facts.processId) : facts.className;
-}
 
 bool isOnAMonitor(const QRect &frame, const std::vector<Monitor> &monitors)
 {
@@ -188,7 +170,9 @@ void X11WindowList::keep(const RootState &root, const std::vector<Monitor> &moni
                              .windowNumber = facts.window.id,
                              .ownerPID = facts.processId,
                              .bounds = topLeftFrame(frame, main, backingFactorOf(main)),
-                             .ownerName = ownerName(facts, m_names),
+                             .ownerName = ownerName({facts.applicationId, facts.className,
+                                                     facts.classInstance, facts.processId},
+                                                    m_names),
                              .windowName = facts.title});
     }
 }
