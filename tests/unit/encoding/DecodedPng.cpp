@@ -2,10 +2,10 @@
 
 #include <QtEndian>
 
-#include <cstdlib>
-#include <cstring>
+#include <cstddef>
 #include <vector>
 
+#include <lodepng.h>
 #include <png.h>
 #include <zlib.h>
 
@@ -42,56 +42,23 @@ std::optional<std::vector<Chunk>> chunksOf(const QByteArray &file)
     return chunks;
 }
 
-std::optional<QByteArray> inflated(const QByteArray &stream, qsizetype size)
+/// Whether `stream` is one zlib stream and nothing more.
+bool isOneStream(const QByteArray &stream)
 {
-    QByteArray bytes(size, 0);
     z_stream inflater{};
     if (inflateInit(&inflater) != Z_OK)
-        return std::nullopt;
+        return false;
     inflater.next_in = reinterpret_cast<Bytef *>(const_cast<char *>(stream.constData()));
     inflater.avail_in = static_cast<uInt>(stream.size());
-    inflater.next_out = reinterpret_cast<Bytef *>(bytes.data());
-    inflater.avail_out = static_cast<uInt>(size);
-    const bool whole = inflate(&inflater, Z_FINISH) == Z_STREAM_END && inflater.avail_in == 0
-        && inflater.avail_out == 0;
-    inflateEnd(&inflater);
-    return whole ? std::optional(bytes) : std::nullopt;
-}
-
-int paeth(int left, int above, int corner)
-{
-    const int guess = left + above - corner;
-    const int toLeft = std::abs(guess - left);
-    const int toAbove = std::abs(guess - above);
-    const int toCorner = std::abs(guess - corner);
-    if (toLeft <= toAbove && toLeft <= toCorner)
-        return left;
-    return toAbove <= toCorner ? above : corner;
-}
-
-std::optional<QByteArray> unfiltered(const QByteArray &rows, QSize size, int channels)
-{
-    const qsizetype rowBytes = qsizetype{size.width()} * channels;
-    QByteArray pixels(rowBytes * size.height(), 0);
-    for (qsizetype y = 0; y < size.height(); ++y) {
-        const auto filter = static_cast<uchar>(rows[y * (rowBytes + 1)]);
-        for (qsizetype x = 0; x < rowBytes; ++x) {
-            const auto pixel = [&](qsizetype column, qsizetype row) {
-                return column < 0 || row < 0
-                    ? 0
-                    : int{static_cast<uchar>(pixels[row * rowBytes + column])};
-            };
-            const int left = pixel(x - channels, y);
-            const int above = pixel(x, y - 1);
-            const int guesses[] = {0, left, above, (left + above) / 2,
-                                   paeth(left, above, pixel(x - channels, y - 1))};
-            if (filter > 4)
-                return std::nullopt;
-            pixels[y * rowBytes + x] =
-                static_cast<char>(rows[y * (rowBytes + 1) + 1 + x] + guesses[filter]);
-        }
+    std::vector<Bytef> rows(1 << 16);
+    int state = Z_OK;
+    while (state == Z_OK) {
+        inflater.next_out = rows.data();
+        inflater.avail_out = static_cast<uInt>(rows.size());
+        state = inflate(&inflater, Z_NO_FLUSH);
     }
-    return pixels;
+    inflateEnd(&inflater);
+    return state == Z_STREAM_END && inflater.avail_in == 0;
 }
 
 } // namespace
@@ -114,33 +81,40 @@ std::optional<DecodedPng> decodedByLibpng(const QByteArray &file)
     return read != 0 && !complained ? std::optional(decoded) : std::nullopt;
 }
 
-std::optional<DecodedPng> decodedByTheRules(const QByteArray &file)
+std::optional<DecodedPng> decodedByLodepng(const QByteArray &file)
 {
-    const std::optional<std::vector<Chunk>> chunks = chunksOf(file);
+    const auto *bytes = reinterpret_cast<const unsigned char *>(file.constData());
+    const auto size = static_cast<std::size_t>(file.size());
+    lodepng::State state;
+    unsigned width = 0;
+    unsigned height = 0;
+    if (lodepng_inspect(&width, &height, &state, bytes, size) != 0)
+        return std::nullopt;
+    const LodePNGColorType colors = state.info_png.color.colortype;
+    if ((colors != LCT_RGB && colors != LCT_RGBA) || state.info_png.color.bitdepth != 8)
+        return std::nullopt;
+    state.info_raw.colortype = colors;
+    std::vector<unsigned char> pixels;
+    if (lodepng::decode(pixels, width, height, state, bytes, size) != 0)
+        return std::nullopt;
+    return DecodedPng{.size = QSize(static_cast<int>(width), static_cast<int>(height)),
+                      .channels = colors == LCT_RGBA ? 4 : 3,
+                      .pixels = QByteArray(reinterpret_cast<const char *>(pixels.data()),
+                                           static_cast<qsizetype>(pixels.size()))};
+}
+
+bool isWellFormed(const QByteArray &file)
+{
+    const auto chunks = chunksOf(file);
     if (!chunks || chunks->size() < 3 || chunks->front().name != "IHDR"
-        || chunks->back().name != "IEND" || chunks->front().content.size() != 13)
-        return std::nullopt;
-    const QByteArray header = chunks->front().content;
-    DecodedPng decoded;
-    decoded.size = QSize(qFromBigEndian<qint32>(header.constData()),
-                         qFromBigEndian<qint32>(header.constData() + 4));
-    if (header[8] != 8 || (header[9] != 2 && header[9] != 6) || header.last(3) != QByteArray(3, 0))
-        return std::nullopt;
-    decoded.channels = header[9] == 2 ? 3 : 4;
+        || chunks->back().name != "IEND")
+        return false;
     QByteArray stream;
     for (const Chunk &chunk : *chunks) {
         if (chunk.name == "IDAT")
             stream += chunk.content;
     }
-    const qsizetype rowBytes = qsizetype{decoded.size.width()} * decoded.channels;
-    const auto rows = inflated(stream, (rowBytes + 1) * decoded.size.height());
-    if (!rows)
-        return std::nullopt;
-    const auto pixels = unfiltered(*rows, decoded.size, decoded.channels);
-    if (!pixels)
-        return std::nullopt;
-    decoded.pixels = *pixels;
-    return decoded;
+    return isOneStream(stream);
 }
 
 QByteArrayList chunkNames(const QByteArray &file)

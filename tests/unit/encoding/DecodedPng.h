@@ -20,10 +20,13 @@ struct DecodedPng {
 /// Read by libpng; empty where it refuses the file or warns about it.
 std::optional<DecodedPng> decodedByLibpng(const QByteArray &file);
 
-/// Read by the rules of the format, one by one: signature, every chunk's checksum, one complete
-/// zlib stream with nothing after it, and the filters undone. Empty where anything is not as it
-/// must be.
-std::optional<DecodedPng> decodedByTheRules(const QByteArray &file);
+/// Read by LodePNG, which shares no code with zlib and libpng; empty where it refuses the file or
+/// the colours are none of ours.
+std::optional<DecodedPng> decodedByLodepng(const QByteArray &file);
+
+/// Whether every chunk is as long and sums up as it says, and the data is one complete zlib stream
+/// with nothing after it, which decoders forgive.
+bool isWellFormed(const QByteArray &file);
 
 /// The names of the chunks in their order; empty where the file is not cut into chunks to its end.
 QByteArrayList chunkNames(const QByteArray &file);

@@ -57,7 +57,8 @@ TEST_P(PngRoundTrip, bothDecodersFindTheSamePixels)
         // The first pixel of a translucent sample is clear, so that it is translucent at every
         // size.
         EXPECT_EQ(decodedByLibpng(*file), expected(image, alpha));
-        EXPECT_EQ(decodedByTheRules(*file), expected(image, alpha));
+        EXPECT_EQ(decodedByLodepng(*file), expected(image, alpha));
+        EXPECT_TRUE(isWellFormed(*file));
     }
 }
 
@@ -80,7 +81,7 @@ TEST(PngEncoder, opaquePictureHasNoAlphaChannel)
 {
     const auto file = encodePng(sample(QSize(40, 30), Content::Letters, Alpha::Opaque));
     ASSERT_TRUE(file);
-    EXPECT_EQ(decodedByTheRules(*file).value_or(DecodedPng()).channels, 3);
+    EXPECT_EQ(decodedByLodepng(*file).value_or(DecodedPng()).channels, 3);
 }
 
 TEST(PngEncoder, oneTranslucentPixelAtTheEndBringsTheAlphaChannel)
