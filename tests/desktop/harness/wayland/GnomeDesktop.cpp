@@ -31,6 +31,40 @@ std::vector<TestOutput> outputsOf(const std::vector<QSize> &monitors)
     return outputs;
 }
 
+/// The same monitors after a change; their own pixels are those they had unturned.
+std::vector<TestOutput> arranged(std::vector<TestOutput> outputs,
+                                 const GnomeArrangement &arrangement)
+{
+    int x = 0;
+    for (std::size_t index = 0; index < outputs.size(); ++index) {
+        TestOutput &output = outputs[index];
+        if (arrangement.isTurned)
+            output.pixels.transpose();
+        const QSizeF points = output.pixels.toSizeF() / arrangement.scales.at(index);
+        output.frame = QRect({x, 0}, points.toSize());
+        x += output.frame.width();
+    }
+    return outputs;
+}
+
+/// As the shell reads it: place, scale, turn, whether it is the main one, and its mode.
+QString monitorsAsText(const std::vector<TestOutput> &outputs, const GnomeArrangement &arrangement)
+{
+    QStringList texts;
+    for (std::size_t index = 0; index < outputs.size(); ++index) {
+        const TestOutput &output = outputs[index];
+        const QSize mode = arrangement.isTurned ? output.pixels.transposed() : output.pixels;
+        texts.append(u"(%1, 0, %2, uint32 %3, %4, [('%5', '%6x%7@60.000', @a{sv} {})])"_s
+                         .arg(output.frame.x())
+                         .arg(arrangement.scales.at(index))
+                         .arg(arrangement.isTurned ? 1 : 0)
+                         .arg(index == 0 ? u"true"_s : u"false"_s, output.name)
+                         .arg(mode.width())
+                         .arg(mode.height()));
+    }
+    return u'[' + texts.join(u", "_s) + u']';
+}
+
 QDBusMessage shellCall(const QString &path, const QString &interface, const QString &method)
 {
     return QDBusMessage::createMethodCall(interface, path, interface, method);
@@ -153,7 +187,11 @@ QImage GnomeDesktop::look(const QString &output)
         throw std::runtime_error("the shell wrote nothing");
     const QImage all = readImage(*this, written.readAll(), ImageKind::Png);
     const auto wanted = std::ranges::find(m_outputs, output, &TestOutput::name);
-    return wanted == m_outputs.end() ? QImage() : all.copy(wanted->frame);
+    if (wanted == m_outputs.end())
+        return {};
+    // Of all monitors together, at the greatest of their scales.
+    const double scale = double(all.width()) / (m_outputs.back().frame.right() + 1);
+    return all.copy({wanted->frame.topLeft() * scale, wanted->frame.size() * scale});
 }
 
 void GnomeDesktop::paint(const QString &output, const QImage &picture)
@@ -161,6 +199,36 @@ void GnomeDesktop::paint(const QString &output, const QImage &picture)
     Process &newer = show(picture, {u"full-screen"_s, output});
     if (Process *const older = std::exchange(m_painted[output], &newer))
         stop(*older);
+}
+
+Answer GnomeDesktop::askForMonitors(const QString &method, const QStringList &arguments)
+{
+    const QString service = u"org.gnome.Mutter.DisplayConfig"_s;
+    QStringList command{u"gdbus"_s, u"call"_s, u"--session"_s};
+    command += {u"--dest"_s, service, u"--object-path"_s, u"/org/gnome/Mutter/DisplayConfig"_s};
+    command += {u"--method"_s, service + u'.' + method};
+    return ask(command + arguments);
+}
+
+void GnomeDesktop::arrange(const GnomeArrangement &arrangement)
+{
+    if (arrangement.units == GnomeUnits::Points)
+        changeSetting(u"org.gnome.mutter"_s, u"experimental-features"_s,
+                      u"['scale-monitor-framebuffer']"_s);
+    m_outputs = arranged(m_outputs, arrangement);
+    static const QRegularExpression number(u"^\\(uint32 ([0-9]+)"_s);
+    Answer refused;
+    const bool isDone = waitFor([&] {
+        const Answer state = askForMonitors(u"GetCurrentState"_s);
+        const QString serial = number.match(QString::fromUtf8(state.output)).captured(1);
+        const QString temporarily = u"1"_s;
+        refused = askForMonitors(
+            u"ApplyMonitorsConfig"_s,
+            {serial, temporarily, monitorsAsText(m_outputs, arrangement), u"@a{sv} {}"_s});
+        return refused.ending == Ending{};
+    });
+    if (!isDone)
+        throw std::runtime_error("the monitors stay: " + refused.errors.toStdString());
 }
 
 void GnomeDesktop::startShortcuts()

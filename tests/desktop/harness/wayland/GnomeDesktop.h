@@ -13,6 +13,20 @@ enum class ShellChecks { Off, On };
 /// Whether X11 programs find a server.
 enum class XServerInside { Absent, Present };
 
+/// What GNOME counts places on its monitors in.
+enum class GnomeUnits {
+    Pixels, ///< as it does by itself; scales are whole numbers
+    Points, ///< once the person has switched fractional scales on
+};
+
+/// How the monitors stand, from left to right.
+struct GnomeArrangement {
+    std::vector<double> scales;
+    GnomeUnits units = GnomeUnits::Points;
+    /// By a quarter, all of them.
+    bool isTurned = false;
+};
+
 /// The make of a GNOME session.
 struct GnomeOptions {
     /// Of the monitors, from left to right.
@@ -37,6 +51,9 @@ public:
     void paint(const QString &output, const QImage &picture) override;
     bool listsWindows() const override { return false; }
 
+    /// Gives the monitors other scales and places; throws where the shell refuses.
+    void arrange(const GnomeArrangement &arrangement);
+
     /// Starts what acts upon the shortcuts in the person's settings.
     void startShortcuts();
     /// The value of a key in the person's settings, and another one for it, as `gsettings` writes
@@ -55,6 +72,7 @@ private:
     void startShell(const GnomeOptions &options);
     void findXServer();
     void evaluate(const QString &script);
+    Answer askForMonitors(const QString &method, const QStringList &arguments = {});
 
     std::vector<TestOutput> m_outputs;
     std::unique_ptr<SessionBus> m_systemBus;
