@@ -24,6 +24,7 @@ struct KWinOutputsTest : testing::Test {
     {
         desktop.configure(
             {u"output.%1.enable"_s.arg(name), u"output.%1.position.960,0"_s.arg(name)});
+        require("the second output", [this] { return !desktop.look(name).isNull(); });
     }
     static bool says(const Process &process, const QByteArray &line)
     {

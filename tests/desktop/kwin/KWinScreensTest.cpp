@@ -1,5 +1,6 @@
 #include "harness/Input.h"
 #include "harness/TestedBuild.h"
+#include "harness/WaitFor.h"
 #include "harness/wayland/KWinDesktop.h"
 
 #include <gmock/gmock.h>
@@ -34,7 +35,9 @@ TEST(KWinScreensTest, theMainScreenIsTheOneThatItsPersonPutsFirst)
     const std::vector<TestOutput> outputs = desktop.outputs();
     desktop.configure({u"output."_s + outputs[1].name + u".priority.1"_s,
                        u"output."_s + outputs[0].name + u".priority.2"_s});
-    EXPECT_THAT(arrangement(desktop), HasSubstr("screen 0 0 960 600 1\nscreen -960 0 960 600 1\n"));
+    // KWin follows a little after it was told.
+    const std::string leftOfIt = "screen 0 0 960 600 1\nscreen -960 0 960 600 1\n";
+    EXPECT_TRUE(waitFor([&] { return arrangement(desktop).contains(leftOfIt); }));
 }
 
 TEST(KWinScreensTest, aScaleIsTheNextWholeFactor)
