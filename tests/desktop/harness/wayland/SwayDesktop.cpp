@@ -134,6 +134,11 @@ void SwayDesktop::command(const QString &command)
         throw std::runtime_error("sway refused: " + (said.output + said.errors).toStdString());
 }
 
+bool SwayDesktop::obeys(const QString &command)
+{
+    return tell({command}).ending == Ending{};
+}
+
 std::vector<TestOutput> SwayDesktop::outputs()
 {
     std::vector<TestOutput> outputs;

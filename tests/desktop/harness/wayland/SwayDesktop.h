@@ -39,6 +39,8 @@ public:
 
     /// Runs a command of sway's; throws when it refuses.
     void command(const QString &command);
+    /// Whether sway runs a command.
+    bool obeys(const QString &command);
     /// What sway answers to a question of its IPC ("get_tree"), as JSON.
     QByteArray answer(const QString &question);
     /// Has sway read its configuration anew.
