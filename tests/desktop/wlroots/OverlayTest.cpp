@@ -1,4 +1,5 @@
 #include "SwayAgentFixture.h"
+#include "harness/TestedBuild.h"
 #include "harness/WaitFor.h"
 
 namespace lumacap::harness {
@@ -16,8 +17,8 @@ struct OverlayTest : SwayAgentFixture, testing::WithParamInterface<const char *>
 
     Process &run(const QStringList &words)
     {
-        return desktop->start(u"probe"_s,
-                              QStringList{QStringLiteral(LUMACAP_OVERLAY_PROBE)} + words);
+        return desktop->start(
+            u"probe"_s, QStringList{testedProgram(QStringLiteral(LUMACAP_OVERLAY_PROBE))} + words);
     }
     Process &coverRight()
     {
@@ -42,7 +43,7 @@ TEST_P(OverlayTest, coversItsOutputWithPanelsAndLeavesTheOtherUntouched)
 
     coverRight();
 
-    EXPECT_FALSE(showsPlainly());
+    EXPECT_TRUE(waitFor([this] { return !showsPlainly(); })); // the panel of the other one
 }
 
 TEST_P(OverlayTest, getsPressesAndKeysAtOnce)
