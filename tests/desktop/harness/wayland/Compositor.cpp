@@ -7,6 +7,14 @@
 
 namespace lumacap::harness {
 
+bool Compositor::answers(const QString &socket)
+{
+    wl_display *const display = wl_display_connect(socket.toLocal8Bit().constData());
+    if (display != nullptr)
+        wl_display_disconnect(display);
+    return display != nullptr;
+}
+
 Compositor::Compositor(const QString &socket)
     : m_display(wl_display_connect(socket.toLocal8Bit().constData()))
 {

@@ -17,6 +17,10 @@ namespace lumacap::harness {
 /// A test's own connection to a Wayland compositor, used in plain turns: ask, and wait.
 class Compositor {
 public:
+    /// Whether a compositor takes connections at `socket` (a path). One that starts has the file a
+    /// little before it does.
+    static bool answers(const QString &socket);
+
     /// Connects to the compositor's `socket` (a path); throws when nobody answers.
     explicit Compositor(const QString &socket);
     Q_DISABLE_COPY_MOVE(Compositor)

@@ -2,9 +2,9 @@
 
 #include "harness/ImageReading.h"
 #include "harness/WaitFor.h"
+#include "harness/wayland/Compositor.h"
 
 #include <QDir>
-#include <QFile>
 
 #include <stdexcept>
 
@@ -31,7 +31,7 @@ WestonDesktop::WestonDesktop(const WestonOptions &options)
     require("weston", [this] {
         if (m_weston->ending())
             throw std::runtime_error("weston ended: " + m_weston->errors().toStdString());
-        return QFile::exists(socket());
+        return Compositor::answers(socket());
     });
 }
 
