@@ -1,6 +1,7 @@
 #include "harness/wayland/GnomeDesktop.h"
 
 #include "harness/ImageReading.h"
+#include "harness/Pictures.h"
 #include "harness/WaitFor.h"
 #include "harness/wayland/RemoteInput.h"
 
@@ -30,6 +31,9 @@ std::vector<TestOutput> outputsOf(const std::vector<QSize> &monitors)
     }
     return outputs;
 }
+
+/// How much of a monitor the pointer covers at most; the panel covers more.
+constexpr qsizetype pointersPixels = 64 * 64;
 
 /// The same monitors after a change; their own pixels are those they had unturned.
 std::vector<TestOutput> arranged(std::vector<TestOutput> outputs,
@@ -101,8 +105,6 @@ GnomeDesktop::GnomeDesktop(const GnomeOptions &options)
     if (options.xServer == XServerInside::Present)
         findXServer();
     evaluate(u"Main.overview.hide()"_s);
-    if (options.checks == ShellChecks::On)
-        evaluate(u"global.context.unsafe_mode = false"_s);
 }
 
 GnomeDesktop::~GnomeDesktop()
@@ -199,6 +201,12 @@ void GnomeDesktop::paint(const QString &output, const QImage &picture)
     Process &newer = show(picture, {u"full-screen"_s, output});
     if (Process *const older = std::exchange(m_painted[output], &newer))
         stop(*older);
+    // The shell takes its panel away a little after it has put the window on the monitor.
+    require("a painted monitor", [&] {
+        const QImage seen = look(output);
+        const bool isScaled = seen.size() != picture.size(); // beside one of a greater scale
+        return isScaled || differingPixels(picture, seen) <= pointersPixels;
+    });
 }
 
 Answer GnomeDesktop::askForMonitors(const QString &method, const QStringList &arguments)

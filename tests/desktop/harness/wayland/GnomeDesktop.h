@@ -8,8 +8,6 @@
 
 namespace lumacap::harness {
 
-/// Whether the shell asks who it is that wants to see the screen or to run scripts in it.
-enum class ShellChecks { Off, On };
 /// Whether X11 programs find a server.
 enum class XServerInside { Absent, Present };
 
@@ -31,7 +29,6 @@ struct GnomeArrangement {
 struct GnomeOptions {
     /// Of the monitors, from left to right.
     std::vector<QSize> monitors{{1280, 800}};
-    ShellChecks checks = ShellChecks::Off;
     XServerInside xServer = XServerInside::Absent;
 };
 
@@ -46,11 +43,14 @@ public:
 
     std::vector<TestOutput> outputs() override { return m_outputs; }
     Input &input() override;
-    /// Only where the shell does not check.
+    /// Only as long as the shell does not check.
     QImage look(const QString &output) override;
+    /// Waits until it is seen, but for the pointer.
     void paint(const QString &output, const QImage &picture) override;
     bool listsWindows() const override { return false; }
 
+    /// From now on the shell asks who it is that wants to see the screen or to run scripts in it.
+    void checkCallers() { evaluate(QStringLiteral("global.context.unsafe_mode = false")); }
     /// Gives the monitors other scales and places; throws where the shell refuses.
     void arrange(const GnomeArrangement &arrangement);
 
