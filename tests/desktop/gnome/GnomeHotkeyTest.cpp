@@ -69,13 +69,14 @@ protected:
     }
     int captures() { return static_cast<int>(capturesIn(m_desktop.folder(u"pictures"_s)).size()); }
     /// Presses the shortcut of the full-screen capture until it has taken one: the desktop learns
-    /// of changed settings in its own time.
+    /// of changed settings in its own time. Not sooner than it may have been slow: what a press
+    /// starts is an agent where none runs any more.
     bool takesAPicture()
     {
         const int before = captures();
         return waitFor([&] {
             m_desktop.input().press({evdev::control, evdev::shift, evdev::one});
-            return waitFor([&] { return captures() > before; }, std::chrono::seconds(1));
+            return waitFor([&] { return captures() > before; }, std::chrono::seconds(6));
         });
     }
 
