@@ -73,8 +73,10 @@ TEST_P(EveryCaptureTest, theShortcutsTakePictures)
     }));
     EXPECT_TRUE(equalsOutput(0, pictureIn(desktop(), files().first())));
 
-    hands().press({evdev::control, evdev::shift, evdev::two});
-    EXPECT_TRUE(waitFor([this] { return overlayIsUp(); }));
+    EXPECT_TRUE(waitFor([this] {
+        hands().press({evdev::control, evdev::shift, evdev::two});
+        return waitFor([this] { return overlayIsUp(); }, std::chrono::seconds(2));
+    }));
 }
 
 TEST_P(EveryCaptureTest, theAgentEndsWhenItIsToldTo)

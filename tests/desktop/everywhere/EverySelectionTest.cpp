@@ -19,6 +19,7 @@ protected:
         };
         const bool isThere = waitFor([&] {
             const QImage seen = desktop().look(output(0).name);
+            white = QRect();
             // Windows are large: every sixteenth pixel meets them, and noise is never white twice.
             for (int y = 0; y < seen.height() - 1; y += 16) {
                 for (int x = 0; x < seen.width() - 1; x += 16) {

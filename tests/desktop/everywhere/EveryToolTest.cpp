@@ -26,6 +26,7 @@ protected:
     {
         startAgent();
         openOverlay();
+        awaitKeyboard();
         hands().drag(selected.topLeft(), selected.topLeft() + QPoint(500, 400));
         use(tool);
     }

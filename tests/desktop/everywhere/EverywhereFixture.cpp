@@ -83,6 +83,11 @@ AccessibleControls &EverywhereFixture::controls()
     return *m_controls;
 }
 
+void EverywhereFixture::awaitKeyboard()
+{
+    ASSERT_TRUE(waitFor([this] { return controls().hasActiveWindow(); }));
+}
+
 void EverywhereFixture::use(const QString &control)
 {
     const auto found = controls().find(control);

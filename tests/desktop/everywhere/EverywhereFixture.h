@@ -45,6 +45,9 @@ protected:
 
     /// The controls that show, by their names.
     AccessibleControls &controls();
+    /// Waits until the desktop has given a window of the program the keyboard, which it does a
+    /// little after it shows it: keys pressed before go elsewhere.
+    void awaitKeyboard();
     /// Clicks the control of this name, waited for.
     void use(const QString &control);
 

@@ -8,6 +8,7 @@
 #include <QDBusVariant>
 #include <QUuid>
 
+#include <algorithm>
 #include <stdexcept>
 #include <tuple>
 
@@ -21,7 +22,7 @@ const QString accessible = u"org.a11y.atspi.Accessible"_s;
 constexpr int answerLimit = 5000; // milliseconds
 
 /// Bits of a state set, as the AT-SPI protocol numbers them.
-enum class State { Checked = 4, Enabled = 8, Focused = 12, Showing = 25 };
+enum class State { Active = 1, Checked = 4, Enabled = 8, Focused = 12, Showing = 25 };
 
 QDBusMessage call(const QDBusConnection &bus, const QString &service, const QString &path,
                   const QString &interface, const QString &method, const QVariantList &arguments)
@@ -124,6 +125,7 @@ AccessibleControl AccessibleControls::controlAt(const Node &node) const
         control.isEnabled = has(states, State::Enabled);
         control.isChecked = has(states, State::Checked);
         control.isFocused = has(states, State::Focused);
+        control.isActive = has(states, State::Active);
     }
     return control;
 }
@@ -136,11 +138,15 @@ void AccessibleControls::collect(const Node &node, std::vector<Node> &found) con
     }
 }
 
+std::vector<AccessibleControls::Node> AccessibleControls::applications() const
+{
+    return children({u"org.a11y.atspi.Registry"_s, u"/org/a11y/atspi/accessible/root"_s});
+}
+
 std::vector<AccessibleControls::Node> AccessibleControls::nodes() const
 {
     std::vector<Node> found;
-    const Node desktop{u"org.a11y.atspi.Registry"_s, u"/org/a11y/atspi/accessible/root"_s};
-    for (const Node &application : children(desktop))
+    for (const Node &application : applications())
         collect(application, found);
     return found;
 }
@@ -187,6 +193,14 @@ QString AccessibleControls::focused() const
             return one.name;
     }
     return {};
+}
+
+bool AccessibleControls::hasActiveWindow() const
+{
+    const auto isActive = [this](const Node &window) { return controlAt(window).isActive; };
+    return std::ranges::any_of(applications(), [&](const Node &application) {
+        return std::ranges::any_of(children(application), isActive);
+    });
 }
 
 bool AccessibleControls::shows(const QString &name) const

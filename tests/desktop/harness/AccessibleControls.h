@@ -20,6 +20,7 @@ struct AccessibleControl {
     bool isEnabled;
     bool isChecked;
     bool isFocused;
+    bool isActive; ///< of a window: it has the keyboard
 };
 
 /// Finds the controls of the program under test by their names, over the bus of assistive
@@ -40,6 +41,8 @@ public:
     /// The name of the one with the keyboard's focus; its shown text where it has one. Empty where
     /// none has it.
     QString focused() const;
+    /// Whether a window of the program has the keyboard.
+    bool hasActiveWindow() const;
     /// Whether one shows under this name now.
     bool shows(const QString &name) const;
 
@@ -51,6 +54,7 @@ private:
 
     std::vector<Node> children(const Node &node) const;
     void collect(const Node &node, std::vector<Node> &found) const;
+    std::vector<Node> applications() const;
     std::vector<Node> nodes() const;
     QString nameOf(const Node &node) const;
     AccessibleControl controlAt(const Node &node) const;
