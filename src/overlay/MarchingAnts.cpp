@@ -1,8 +1,8 @@
 #include "overlay/MarchingAnts.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
+#include <vector>
 
 namespace lumacap {
 namespace {
@@ -17,61 +17,50 @@ constexpr double lastPhase = 16;
 
 constexpr double reach = look::lineWidth / 2;
 
-/// One side of the way around: where it begins, its direction and its length.
+/// One side of the way around.
 struct Side {
-    Point<Canvas> start;
-    double directionX;
-    double directionY;
+    double start;
+    double direction; ///< 1 or -1
     double length;
+    double across; ///< where it is in the other direction
 };
 
-std::array<Side, 4> sidesOf(const Rect<Canvas> &rect)
+/// What the dashes cover along `side`, of whose way around `walked` points came before. A dash that
+/// goes around a corner belongs to both sides; the side it comes from covers the corner itself.
+std::vector<Interval> dashesAlong(const Side &side, double walked, double phase)
 {
-    return {Side{{rect.minX(), rect.minY()}, 1, 0, rect.width()},
-            Side{{rect.maxX(), rect.minY()}, 0, 1, rect.height()},
-            Side{{rect.maxX(), rect.maxY()}, -1, 0, rect.width()},
-            Side{{rect.minX(), rect.maxY()}, 0, -1, rect.height()}};
+    constexpr double period = look::dash + look::gap;
+    std::vector<Interval> dashes;
+    for (double at = -std::fmod(phase + walked, period); at < side.length; at += period) {
+        const double end = at + look::dash;
+        if (std::min(side.length, end) <= std::max(0.0, at))
+            continue;
+        const bool comesAround = at < 0 && walked > 0;
+        const double from = comesAround ? reach : std::max(0.0, at);
+        const double to = end > side.length ? side.length + reach : end;
+        dashes.push_back({side.start + side.direction * from, side.start + side.direction * to});
+    }
+    return dashes;
 }
 
-/// What the line covers from `from` to `to` along `side`. A dash that goes around a corner belongs
-/// to both sides; the side it comes from covers the corner itself.
-Rect<Canvas> covered(const Side &side, double from, double to, bool goesOn, bool comesAround)
+std::vector<Interval> thickness(const Side &side)
 {
-    const double begin = comesAround ? reach : from;
-    const double end = goesOn ? side.length + reach : to;
-    const Point<Canvas> first{side.start.x + side.directionX * begin,
-                              side.start.y + side.directionY * begin};
-    const double length = end - begin;
-    return Rect<Canvas>{
-        {first.x - std::abs(side.directionY) * reach, first.y - std::abs(side.directionX) * reach},
-        {side.directionX * length + std::abs(side.directionY) * look::lineWidth,
-         side.directionY * length + std::abs(side.directionX) * look::lineWidth}}
-        .standardized();
+    return {{side.across - reach, side.across + reach}};
 }
 
 } // namespace
 
-std::vector<Rect<Canvas>> antDashes(const Rect<Canvas> &rect, double phase)
+std::array<RectGrid, 4> antDashes(const Rect<Canvas> &rect, double phase)
 {
-    constexpr double period = look::dash + look::gap;
-    std::vector<Rect<Canvas>> dashes;
-    double walked = 0; // up to the side's start
-    for (const Side &side : sidesOf(rect)) {
-        const double offset = std::fmod(phase + walked, period);
-        for (double start = -offset; start < side.length; start += period) {
-            const double from = std::max(0.0, start);
-            const double to = std::min(side.length, start + look::dash);
-            if (to <= from)
-                continue;
-            const bool goesOn = start + look::dash > side.length;
-            const bool comesAround = start < 0 && walked > 0;
-            const Rect<Canvas> area = covered(side, from, to, goesOn, comesAround);
-            if (area.width() > 0 && area.height() > 0)
-                dashes.push_back(area);
-        }
-        walked += side.length;
-    }
-    return dashes;
+    const Side lower{rect.minX(), 1, rect.width(), rect.minY()};
+    const Side right{rect.minY(), 1, rect.height(), rect.maxX()};
+    const Side upper{rect.maxX(), -1, rect.width(), rect.maxY()};
+    const Side left{rect.maxY(), -1, rect.height(), rect.minX()};
+    const double half = rect.width() + rect.height();
+    return {RectGrid{dashesAlong(lower, 0, phase), thickness(lower)},
+            RectGrid{thickness(right), dashesAlong(right, rect.width(), phase)},
+            RectGrid{dashesAlong(upper, half, phase), thickness(upper)},
+            RectGrid{thickness(left), dashesAlong(left, half + rect.width(), phase)}};
 }
 
 double nextAntsPhase(double phase)

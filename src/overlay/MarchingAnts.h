@@ -1,15 +1,16 @@
 #pragma once
 
 #include "graphics/Geometry.h"
+#include "graphics/RectGrid.h"
 
-#include <vector>
+#include <array>
 
 namespace lumacap {
 
-/// The dashes of one pass of the line that crawls around `rect`, as the areas they cover: dashes of
-/// 6 points and gaps of 4 around the four sides, counterclockwise from the lower left, begun
-/// `phase` points into the pattern.
-std::vector<Rect<Canvas>> antDashes(const Rect<Canvas> &rect, double phase);
+/// The dashes of one pass of the line that crawls around `rect`: 6 points long with gaps of 4,
+/// around the four sides, counterclockwise from the lower left, begun `phase` points into the
+/// pattern. Each side is a row of dashes.
+std::array<RectGrid, 4> antDashes(const Rect<Canvas> &rect, double phase);
 
 /// The phase after `phase`: one point on, from 16 back to 0.
 double nextAntsPhase(double phase);

@@ -1,7 +1,7 @@
 #include "overlay/OverlayPainting.h"
 
 #include "graphics/CanvasPainting.h"
-#include "graphics/PainterState.h"
+#include "graphics/RectGrid.h"
 #include "overlay/MarchingAnts.h"
 
 #include <QPainter>
@@ -10,6 +10,7 @@
 #include <array>
 #include <cstdint>
 #include <cstring>
+#include <span>
 
 namespace lumacap {
 namespace {
@@ -43,68 +44,93 @@ void copyPixels(QImage &target, const QImage &source, const QRegion &pixels)
     }
 }
 
-Rect<Canvas> spanned(Point<Canvas> lowerLeft, Point<Canvas> upperRight)
+Interval around(double place, double reach)
 {
-    return {lowerLeft, upperRight - lowerLeft};
+    return {place - reach, place + reach};
 }
 
-void paintAnts(QPainter &painter, const OverlayScene &scene)
+/// Where the overlay's own lines are drawn, and by how many pixels a point.
+struct Lines {
+    QImage &target;
+    const QRegion &clip;
+    double scale;
+
+    void draw(std::span<const RectGrid> grids, const QColor &color) const
+    {
+        fillGrids(target, scale, grids, color, clip);
+    }
+};
+
+void paintAnts(const Lines &lines, const OverlayScene &scene)
 {
     if (!scene.outline)
         return;
-    fillRects(painter, antDashes(*scene.outline, scene.antsPhase), Qt::white);
-    fillRects(painter, antDashes(*scene.outline, scene.antsPhase + look::blackAntsAhead),
-              Qt::black);
+    lines.draw(antDashes(*scene.outline, scene.antsPhase), Qt::white);
+    lines.draw(antDashes(*scene.outline, scene.antsPhase + look::blackAntsAhead), Qt::black);
 }
 
-void drawGuideLines(QPainter &painter, Point<Canvas> at, Size canvas)
+void drawGuideLines(const Lines &lines, Point<Canvas> at, Size canvas)
 {
     constexpr double half = pointerlook::guideWidth / 2;
     constexpr double gap = pointerlook::guideGap;
-    const std::array<Rect<Canvas>, 4> lines{
-        spanned({at.x - half, 0}, {at.x + half, at.y - gap}),
-        spanned({at.x - half, at.y + gap}, {at.x + half, canvas.height}),
-        spanned({0, at.y - half}, {at.x - gap, at.y + half}),
-        spanned({at.x + gap, at.y - half}, {canvas.width, at.y + half})};
-    fillRects(painter, lines, QColor::fromRgbF(1, 1, 1, look::guideAlpha));
+    const std::array guides{
+        RectGrid{{around(at.x, half)}, {{0, at.y - gap}, {at.y + gap, canvas.height}}},
+        RectGrid{{{0, at.x - gap}, {at.x + gap, canvas.width}}, {around(at.y, half)}}};
+    lines.draw(guides, QColor::fromRgbF(1, 1, 1, look::guideAlpha));
 }
 
-void drawArms(QPainter &painter, Point<Canvas> at, double width, const QColor &color)
+void drawArms(const Lines &lines, Point<Canvas> at, double width, const QColor &color)
 {
-    const double half = width / 2;
     constexpr double start = pointerlook::armStart;
     constexpr double end = pointerlook::armEnd;
-    const std::array<Rect<Canvas>, 4> arms{
-        spanned({at.x - half, at.y + start}, {at.x + half, at.y + end}),
-        spanned({at.x - half, at.y - end}, {at.x + half, at.y - start}),
-        spanned({at.x + start, at.y - half}, {at.x + end, at.y + half}),
-        spanned({at.x - end, at.y - half}, {at.x - start, at.y + half})};
-    fillRects(painter, arms, color);
+    const std::array arms{RectGrid{{around(at.x, width / 2)},
+                                   {{at.y - end, at.y - start}, {at.y + start, at.y + end}}},
+                          RectGrid{{{at.x - end, at.x - start}, {at.x + start, at.x + end}},
+                                   {around(at.y, width / 2)}}};
+    lines.draw(arms, color);
 }
 
-void drawCursorCrosshair(QPainter &painter, Point<Canvas> at)
+void drawCursorCrosshair(const Lines &lines, Point<Canvas> at)
 {
-    drawArms(painter, at, pointerlook::outerWidth,
-             QColor::fromRgbF(0, 0, 0, look::crossOuterAlpha));
-    drawArms(painter, at, pointerlook::innerWidth, Qt::white);
+    drawArms(lines, at, pointerlook::outerWidth, QColor::fromRgbF(0, 0, 0, look::crossOuterAlpha));
+    drawArms(lines, at, pointerlook::innerWidth, Qt::white);
 }
 
-void paintPointer(QPainter &painter, const OverlayScene &scene, Size canvas)
+void paintPointer(const Lines &lines, const OverlayScene &scene, Size canvas)
 {
     if (!scene.pointer)
         return;
     if (scene.guideLines == GuideLines::Shown)
-        drawGuideLines(painter, *scene.pointer, canvas);
-    drawCursorCrosshair(painter, *scene.pointer);
+        drawGuideLines(lines, *scene.pointer, canvas);
+    drawCursorCrosshair(lines, *scene.pointer);
+}
+
+/// The clip is a rectangle wherever it can be: for any other the painter walks over its whole
+/// picture's rows.
+void paintLabel(QImage &target, const OverlayLabel &label, const CanvasMeasure &canvas,
+                const QRegion &pixels)
+{
+    const auto background = labelBackground(label);
+    const QRegion clip = background ? pixels & pixelsUnder(*background, canvas) : QRegion();
+    if (clip.isEmpty())
+        return;
+    QPainter painter(&target);
+    painter.setClipRegion(clip);
+    painter.setTransform(canvasToPixels({0, 0}, canvas.scale, target.height()));
+    drawDimensionLabel(painter, label);
 }
 
 /// Each rectangle by itself, and in it the marks that reach there: a long scribble would take its
 /// time for the whole box around all of them.
-void paintAnnotations(QPainter &painter, const QImage &frozenImage, const OverlayScene &scene,
+void paintAnnotations(QImage &target, const QImage &frozenImage, const OverlayScene &scene,
                       const CanvasMeasure &canvas, const QRegion &pixels)
 {
+    if (scene.annotations.isEmpty() && !scene.inProgress)
+        return;
     const Rect<Canvas> bounds{{0, 0}, canvas.size};
-    const QTransform toPixels = painter.transform();
+    const QTransform toPixels = canvasToPixels({0, 0}, canvas.scale, target.height());
+    QPainter painter(&target);
+    painter.setRenderHint(QPainter::Antialiasing);
     for (const QRect &rect : pixels) {
         painter.setTransform({});
         painter.setClipRect(rect);
@@ -146,15 +172,12 @@ void paintOverlay(QImage &target, const QImage &frozenImage, const QImage &dimme
     copyPixels(target, dimmedImage, inside - clear);
     copyPixels(target, frozenImage, clear);
 
-    QPainter painter(&target);
-    painter.setClipRegion(inside);
-    painter.setTransform(canvasToPixels({0, 0}, canvas.scale, target.height()));
-    painter.setRenderHint(QPainter::Antialiasing);
-    paintAnts(painter, scene);
+    const Lines lines{target, inside, static_cast<double>(canvas.scale)};
+    paintAnts(lines, scene);
     if (scene.label)
-        drawDimensionLabel(painter, *scene.label);
-    paintPointer(painter, scene, canvas.size);
-    paintAnnotations(painter, frozenImage, scene, canvas, inside);
+        paintLabel(target, *scene.label, canvas, inside);
+    paintPointer(lines, scene, canvas.size);
+    paintAnnotations(target, frozenImage, scene, canvas, inside);
 }
 
 } // namespace lumacap

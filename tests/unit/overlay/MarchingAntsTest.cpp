@@ -2,14 +2,28 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <array>
+#include <vector>
+
 namespace lumacap::tests {
 namespace {
 
-using Dashes = std::vector<Rect<Canvas>>;
+using Dashes = std::array<RectGrid, 4>;
+
+bool anyContains(const std::vector<Interval> &intervals, double place)
+{
+    return std::ranges::any_of(intervals, [&](const Interval &interval) {
+        const auto [low, high] = std::minmax(interval.from, interval.to);
+        return low <= place && place < high;
+    });
+}
 
 bool covers(const Dashes &dashes, Point<Canvas> point)
 {
-    return std::ranges::any_of(dashes, [&](const auto &dash) { return dash.contains(point); });
+    return std::ranges::any_of(dashes, [&](const RectGrid &side) {
+        return anyContains(side.columns, point.x) && anyContains(side.rows, point.y);
+    });
 }
 
 TEST(MarchingAnts, areSixPointsLongWithGapsOfFourAndOneAndAHalfWide)
@@ -18,7 +32,8 @@ TEST(MarchingAnts, areSixPointsLongWithGapsOfFourAndOneAndAHalfWide)
 
     for (int at = 0; at < 39; ++at)
         EXPECT_EQ(covers(dashes, {100.5 + at, 50}), at % 10 < 6) << at;
-    EXPECT_EQ(dashes.front(), (Rect<Canvas>{{100, 49.25}, {6, 1.5}}));
+    EXPECT_EQ(dashes.front().columns.front(), (Interval{100, 106}));
+    EXPECT_EQ(dashes.front().rows, (std::vector{Interval{49.25, 50.75}}));
 }
 
 TEST(MarchingAnts, goOnAroundTheCorners)
@@ -62,7 +77,8 @@ TEST(MarchingAnts, blackOnesFillTheGapsOfTheWhiteOnes)
 
 TEST(MarchingAnts, aroundNothingAreNone)
 {
-    EXPECT_TRUE(antDashes({{10, 10}, {0, 0}}, 0).empty());
+    for (const RectGrid &side : antDashes({{10, 10}, {0, 0}}, 0))
+        EXPECT_TRUE(side.columns.empty() || side.rows.empty());
 }
 
 TEST(MarchingAnts, phaseGoesToSixteenAndBackToZero)
