@@ -24,27 +24,9 @@ constexpr double cornerRadius = 5;
 constexpr float backgroundAlpha = 0.75F;
 } // namespace look
 
-struct PlacedText {
-    std::unique_ptr<Text> text;
-    Point<Canvas> lowerLeft;
-};
-
-std::optional<PlacedText> placed(const OverlayLabel &label)
+Point<Canvas> textPlace(Size text, const Rect<Canvas> &rect)
 {
-    if (label.text.isEmpty() || !isFinite(label.rect))
-        return std::nullopt;
-    auto text =
-        std::make_unique<Text>(u' ' + label.text + u' ', look::fontSize, FontWeight::Medium);
-    const Point<Canvas> lowerLeft{label.rect.midX() - text->size().width * 0.5,
-                                  label.rect.minY() - text->size().height - look::distance};
-    return PlacedText{std::move(text), lowerLeft};
-}
-
-Rect<Canvas> backgroundOf(const PlacedText &label)
-{
-    const Size size = label.text->size();
-    return {{label.lowerLeft.x - look::paddingX, label.lowerLeft.y - look::paddingY},
-            {size.width + 2 * look::paddingX, size.height + 2 * look::paddingY}};
+    return {rect.midX() - text.width * 0.5, rect.minY() - text.height - look::distance};
 }
 
 std::int64_t wholePoints(double length)
@@ -65,23 +47,42 @@ QString dimensionText(Size size)
         .arg(wholePoints(size.height));
 }
 
-std::optional<Rect<Canvas>> labelBackground(const OverlayLabel &label)
+OverlayLabel::OverlayLabel(const QString &text, const Rect<Canvas> &rect)
+    : m_text(text)
+    , m_rect(rect)
 {
-    const auto text = placed(label);
-    return text ? std::optional(backgroundOf(*text)) : std::nullopt;
+    if (!text.isEmpty())
+        m_laidOut = std::make_shared<Text>(u' ' + text + u' ', look::fontSize, FontWeight::Medium);
 }
 
-void drawDimensionLabel(QPainter &context, const OverlayLabel &label)
+OverlayLabel OverlayLabel::movedTo(const Rect<Canvas> &rect) const
 {
-    const auto text = placed(label);
-    if (!text)
+    OverlayLabel moved = *this;
+    moved.m_rect = rect;
+    return moved;
+}
+
+std::optional<Rect<Canvas>> OverlayLabel::background() const
+{
+    if (!m_laidOut || !isFinite(m_rect))
+        return std::nullopt;
+    const Size size = m_laidOut->size();
+    const Point<Canvas> place = textPlace(size, m_rect);
+    return Rect<Canvas>{{place.x - look::paddingX, place.y - look::paddingY},
+                        {size.width + 2 * look::paddingX, size.height + 2 * look::paddingY}};
+}
+
+void OverlayLabel::draw(QPainter &context) const
+{
+    const auto area = background();
+    if (!area)
         return;
     const PainterState state(context);
     context.setRenderHint(QPainter::Antialiasing);
     context.setPen(Qt::NoPen);
     context.setBrush(QColor::fromRgbF(0, 0, 0, look::backgroundAlpha));
-    context.drawRoundedRect(toQRectF(backgroundOf(*text)), look::cornerRadius, look::cornerRadius);
-    text->text->draw(context, text->lowerLeft, Qt::white);
+    context.drawRoundedRect(toQRectF(*area), look::cornerRadius, look::cornerRadius);
+    m_laidOut->draw(context, textPlace(m_laidOut->size(), m_rect), Qt::white);
 }
 
 } // namespace lumacap

@@ -4,29 +4,46 @@
 
 #include <QString>
 
+#include <memory>
 #include <optional>
 
 class QPainter;
 
 namespace lumacap {
 
-/// A few words under a rectangle.
-struct OverlayLabel {
-    QString text;
-    Rect<Canvas> rect;
+class Text;
 
-    friend bool operator==(const OverlayLabel &, const OverlayLabel &) = default;
+/// A few words under a rectangle, laid out once.
+class OverlayLabel {
+public:
+    OverlayLabel(const QString &text, const Rect<Canvas> &rect);
+
+    /// The same words under another rectangle.
+    OverlayLabel movedTo(const Rect<Canvas> &rect) const;
+
+    const QString &text() const { return m_text; }
+
+    /// The background, in points; nothing where none is drawn, because the text is empty or the
+    /// rectangle is nowhere.
+    std::optional<Rect<Canvas>> background() const;
+
+    /// Draws into a painter in canvas space.
+    void draw(QPainter &context) const;
+
+    friend bool operator==(const OverlayLabel &one, const OverlayLabel &other)
+    {
+        return one.m_text == other.m_text && one.m_rect == other.m_rect;
+    }
+
+private:
+    QString m_text;
+    Rect<Canvas> m_rect;
+    /// Shared by the copies in one scene and the next: to lay it out takes longer than to draw it.
+    std::shared_ptr<const Text> m_laidOut;
 };
 
 /// "640 × 480": the whole points of a size, the rest cut off. A side that is no number ends the
 /// program.
 QString dimensionText(Size size);
-
-/// The background of the label, in points; nothing where none is drawn, because its text is empty
-/// or its rectangle is nowhere.
-std::optional<Rect<Canvas>> labelBackground(const OverlayLabel &label);
-
-/// Draws the label into a painter in canvas space.
-void drawDimensionLabel(QPainter &context, const OverlayLabel &label);
 
 } // namespace lumacap

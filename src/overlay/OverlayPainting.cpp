@@ -110,14 +110,14 @@ void paintPointer(const Lines &lines, const OverlayScene &scene, Size canvas)
 void paintLabel(QImage &target, const OverlayLabel &label, const CanvasMeasure &canvas,
                 const QRegion &pixels)
 {
-    const auto background = labelBackground(label);
+    const auto background = label.background();
     const QRegion clip = background ? pixels & pixelsUnder(*background, canvas) : QRegion();
     if (clip.isEmpty())
         return;
     QPainter painter(&target);
     painter.setClipRegion(clip);
     painter.setTransform(canvasToPixels({0, 0}, canvas.scale, target.height()));
-    drawDimensionLabel(painter, label);
+    label.draw(painter);
 }
 
 /// Each rectangle by itself, and in it the marks that reach there: a long scribble would take its

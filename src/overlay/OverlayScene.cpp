@@ -55,7 +55,7 @@ QRegion outlineChange(const OverlayScene &before, const OverlayScene &after,
 
 QRegion labelPixels(const OverlayScene &scene, const CanvasMeasure &canvas)
 {
-    const auto background = scene.label ? labelBackground(*scene.label) : std::nullopt;
+    const auto background = scene.label ? scene.label->background() : std::nullopt;
     return background ? QRegion(pixelsUnder(*background, canvas)) : QRegion();
 }
 

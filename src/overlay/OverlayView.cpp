@@ -102,14 +102,21 @@ void OverlayView::advanceAnts()
     redisplay();
 }
 
+/// The words under the rectangle, as they were laid out if they are there already.
+OverlayLabel OverlayView::labelUnder(const Rect<Canvas> &rect, const QString &text) const
+{
+    const bool isShown = m_shown.label && m_shown.label->text() == text;
+    return isShown ? m_shown.label->movedTo(rect) : OverlayLabel(text, rect);
+}
+
 std::optional<OverlayLabel> OverlayView::label() const
 {
     if (!isSelecting() || m_store.selectedViewRect)
         return std::nullopt;
     if (const auto dragged = draggedRect())
-        return OverlayLabel{dimensionText(dragged->size), *dragged};
+        return labelUnder(*dragged, dimensionText(dragged->size));
     if (m_highlightedWindow)
-        return OverlayLabel{m_highlightedWindow->ownerName, viewRect(*m_highlightedWindow)};
+        return labelUnder(viewRect(*m_highlightedWindow), m_highlightedWindow->ownerName);
     return std::nullopt;
 }
 

@@ -114,6 +114,7 @@ private:
 
     void cancelOperation();
 
+    OverlayLabel labelUnder(const Rect<Canvas> &rect, const QString &text) const;
     std::optional<OverlayLabel> label() const;
     void redisplay();
     void annotationsChanged();

@@ -30,18 +30,28 @@ TEST(OverlayLabel, standsEightPointsUnderItsRectangleInTheMiddle)
     const Text text(u" Editor "_s, 12, FontWeight::Medium);
     const auto [width, height] = text.size();
 
-    const auto background = labelBackground({u"Editor"_s, {{100, 200}, {300, 50}}});
+    const auto background = OverlayLabel(u"Editor"_s, {{100, 200}, {300, 50}}).background();
 
     EXPECT_EQ(
         background,
         (Rect<Canvas>{{250 - width * 0.5 - 6, 200 - height - 8 - 3}, {width + 12, height + 6}}));
 }
 
+TEST(OverlayLabel, movedStandsAsOneMadeThere)
+{
+    const Rect<Canvas> there{{20, 90}, {30, 40}};
+    const OverlayLabel moved = OverlayLabel(u"Editor"_s, {{100, 200}, {300, 50}}).movedTo(there);
+
+    EXPECT_EQ(moved, OverlayLabel(u"Editor"_s, there));
+    EXPECT_EQ(moved.background(), OverlayLabel(u"Editor"_s, there).background());
+}
+
 TEST(OverlayLabel, withoutTextOrPlaceIsNone)
 {
-    EXPECT_EQ(labelBackground({QString(), {{100, 200}, {300, 50}}}), std::nullopt);
-    EXPECT_EQ(labelBackground({u"Editor"_s, {{std::nan(""), 200}, {300, 50}}}), std::nullopt);
-    EXPECT_EQ(labelBackground({u"Editor"_s, {{100, 200}, {HUGE_VAL, 50}}}), std::nullopt);
+    EXPECT_EQ(OverlayLabel(QString(), {{100, 200}, {300, 50}}).background(), std::nullopt);
+    EXPECT_EQ(OverlayLabel(u"Editor"_s, {{std::nan(""), 200}, {300, 50}}).background(),
+              std::nullopt);
+    EXPECT_EQ(OverlayLabel(u"Editor"_s, {{100, 200}, {HUGE_VAL, 50}}).background(), std::nullopt);
 }
 
 } // namespace

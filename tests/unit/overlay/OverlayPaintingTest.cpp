@@ -143,7 +143,7 @@ TEST(OverlayPainting, labelIsWhiteOnADarkGround)
     const OverlayLabel label{u"100 × 50"_s, {{30, 60}, {100, 50}}};
     const QImage picture = overlay.shown({.label = label});
 
-    const auto background = labelBackground(label).value_or(Rect<Canvas>{});
+    const auto background = label.background().value_or(Rect<Canvas>{});
     const int left = static_cast<int>(std::ceil(background.minX() * 2));
     const int middle = 240 - static_cast<int>(background.midY() * 2);
     const QRgb ground = picture.pixel(left + 4, middle);
