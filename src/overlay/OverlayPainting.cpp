@@ -10,7 +10,9 @@
 #include <array>
 #include <cstdint>
 #include <cstring>
+#include <iterator>
 #include <span>
+#include <vector>
 
 namespace lumacap {
 namespace {
@@ -120,31 +122,46 @@ void paintLabel(QImage &target, const OverlayLabel &label, const CanvasMeasure &
     label.draw(painter);
 }
 
-/// Each rectangle by itself, and in it the marks that reach there: a long scribble would take its
-/// time for the whole box around all of them.
+/// The rectangles of `pixels` that a mark reaches.
+QRegion reachedOf(const QRegion &pixels, const DrawnPixels &mark)
+{
+    std::vector<QRect> reached;
+    std::ranges::copy_if(pixels, std::back_inserter(reached), [&](const QRect &rect) {
+        return std::ranges::any_of(mark, [&](const QRect &box) { return box.intersects(rect); });
+    });
+    QRegion region;
+    region.setRects(reached.data(), static_cast<int>(reached.size())); // in their order still
+    return region;
+}
+
+/// A long line is drawn once and clipped: to stroke it again for each rectangle that it crosses
+/// takes much longer.
 void paintAnnotations(QImage &target, const QImage &frozenImage, const OverlayScene &scene,
                       const CanvasMeasure &canvas, const QRegion &pixels)
 {
     if (scene.annotations.isEmpty() && !scene.inProgress)
         return;
-    const Rect<Canvas> bounds{{0, 0}, canvas.size};
-    const QTransform toPixels = canvasToPixels({0, 0}, canvas.scale, target.height());
     QPainter painter(&target);
     painter.setRenderHint(QPainter::Antialiasing);
-    for (const QRect &rect : pixels) {
+    const auto paintIn = [&](const QRegion &clip, const Annotation &annotation) {
         painter.setTransform({});
-        painter.setClipRect(rect);
-        painter.setTransform(toPixels);
-        const auto paint = [&](const Annotation &annotation, const DrawnPixels &drawn) {
-            const auto isReached = [&](const QRect &box) { return box.intersects(rect); };
-            if (std::ranges::any_of(drawn, isReached))
-                annotation.drawWithImage(painter, bounds, frozenImage, canvas.scale);
-        };
-        for (const DrawnAnnotation &mark : scene.annotations)
-            paint(*mark.annotation, mark.pixels);
-        if (scene.inProgress)
-            paint(*scene.inProgress->annotation, scene.inProgress->pixels);
-    }
+        painter.setClipRegion(clip);
+        painter.setTransform(canvasToPixels({0, 0}, canvas.scale, target.height()));
+        annotation.drawWithImage(painter, {{0, 0}, canvas.size}, frozenImage, canvas.scale);
+    };
+    const auto paint = [&](const Annotation &annotation, const DrawnPixels &drawn) {
+        const QRegion reached = reachedOf(pixels, drawn);
+        if (annotation.isDrawnInParts()) {
+            for (const QRect &rect : reached)
+                paintIn(rect, annotation);
+        } else if (!reached.isEmpty()) {
+            paintIn(reached, annotation);
+        }
+    };
+    for (const DrawnAnnotation &mark : scene.annotations)
+        paint(*mark.annotation, mark.pixels);
+    if (scene.inProgress)
+        paint(*scene.inProgress->annotation, scene.inProgress->pixels);
 }
 
 } // namespace

@@ -15,6 +15,7 @@ public:
     /// The region in blocks, a veil where the picture has no pixel under it.
     void drawWithImage(QPainter &context, const Rect<Canvas> &canvasBounds,
                        const QImage &frozenImage, double scaleFactor) const override;
+    bool isDrawnInParts() const override { return true; }
     DrawnAreas drawnAreas() const override;
 
     Point<Canvas> origin;

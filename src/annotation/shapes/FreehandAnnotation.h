@@ -12,6 +12,7 @@ public:
     FreehandAnnotation(const QColor &color, double lineWidth, std::vector<Point<Canvas>> points);
 
     void draw(QPainter &context, const Rect<Canvas> &canvasBounds) const override;
+    bool isDrawnInParts() const override { return true; }
     DrawnAreas drawnAreas() const override;
     DrawnAreas dragTo(Point<Canvas> point) override;
 

@@ -20,6 +20,7 @@ public:
     void draw(QPainter &context, const Rect<Canvas> &canvasBounds) const override;
     void drawWithImage(QPainter &context, const Rect<Canvas> &canvasBounds,
                        const QImage &frozenImage, double scaleFactor) const override;
+    bool isDrawnInParts() const override { return true; }
     DrawnAreas drawnAreas() const override;
 
     /// Sets the loupe's origin and size by the source and the zoom.
