@@ -4,6 +4,8 @@
 #include "app/Desktop.h"
 #include "app/EndOfDisplay.h"
 #include "app/FileCapture.h"
+#include "app/MemoryAtRest.h"
+#include "app/RestWatch.h"
 #include "app/RunningAgent.h"
 #include "app/Session.h"
 #include "app/TerminationSignals.h"
@@ -181,6 +183,8 @@ int runAgent(std::optional<Command> command, int &argc, char **argv)
     const TerminationSignals signals;
     QObject::connect(&signals, &TerminationSignals::requested, &delegate, &AppDelegate::terminate);
     const EndOfDisplay endOfDisplay(session);
+    const RestWatch restWatch;
+    QObject::connect(&restWatch, &RestWatch::cameToRest, &delegate, &giveBackMemory);
     // From within the loop: an exit asked for before it runs would be forgotten.
     QMetaObject::invokeMethod(
         &delegate,

@@ -70,5 +70,40 @@ TEST(Endurance, memoryDoesNotGrowOverTwoHundredCaptures)
         << before / 1024 << " KiB, then " << after / 1024 << " KiB";
 }
 
+TEST(Endurance, atRestTheAgentHoldsMuchLessThanACaptureNeeds)
+{
+    PrivateDesktop desktop(smallScreen());
+    Agent agent(desktop);
+    agent.requireReady();
+    const pid_t process = agent.process().pid();
+    for (int round = 0; round < 3; ++round) {
+        ASSERT_TRUE(agent.activate(u"full-screen"_s));
+        ASSERT_FALSE(clipboardPicture(desktop).isNull());
+        const std::int64_t working = pagesOf(process);
+        EXPECT_TRUE(waitFor([&] { return pagesOf(process) < working / 3 * 2; }))
+            << working / 1024 << " KiB, then " << pagesOf(process) / 1024 << " KiB";
+    }
+    EXPECT_TRUE(comesToRest(process, 5s)) << "giving back woke the agent up again";
+}
+
+TEST(Endurance, afterTenCapturesAndAnothersClipboardTheAgentHoldsWhatItHeldAtFirst)
+{
+    constexpr std::int64_t tolerance = 3LL << 20; // what plays sounds stays loaded
+    PrivateDesktop desktop(smallScreen());
+    Agent agent(desktop);
+    agent.requireReady();
+    const pid_t process = agent.process().pid();
+    ASSERT_TRUE(comesToRest(process, 4s));
+    const std::int64_t first = pagesOf(process);
+    ClipboardWatch watch(desktop.server().display());
+    int taken = 0;
+    captureUntil(agent, watch, taken, 10);
+    desktop.start(u"other"_s,
+                  {u"sh"_s, u"-c"_s, u"echo text | xclip -selection clipboard -quiet"_s});
+    ASSERT_TRUE(waitFor([&watch] { return watch.changes() == 11; }));
+    EXPECT_TRUE(waitFor([&] { return pagesOf(process) < first + tolerance; }))
+        << first / 1024 << " KiB, then " << pagesOf(process) / 1024 << " KiB";
+}
+
 } // namespace
 } // namespace lumacap::harness

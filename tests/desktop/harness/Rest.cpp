@@ -63,4 +63,12 @@ std::int64_t memoryOf(pid_t process)
     return (*anonymous + *shared) * 1024;
 }
 
+std::int64_t pagesOf(pid_t process)
+{
+    const auto pages = numberIn(u"/proc/%1/status"_s.arg(process), "VmRSS:");
+    if (!pages)
+        throw std::runtime_error("no pages of a process that has ended");
+    return *pages * 1024;
+}
+
 } // namespace lumacap::harness

@@ -18,5 +18,8 @@ std::int64_t wakeUps(pid_t process);
 /// The memory that the process has filled, with its share of what it shares, in bytes. Files'
 /// pages, which others' ends make its own, don't count.
 std::int64_t memoryOf(pid_t process);
+/// All pages that the process has in memory, those of its files and what it shares with others too,
+/// in bytes.
+std::int64_t pagesOf(pid_t process);
 
 } // namespace lumacap::harness
