@@ -64,8 +64,8 @@ def run(lumacap, rounds, facts):
     # One desktop a group: an agent that is already there would answer for a program that is meant to start afresh.
     with VirtualDesktop(WIDTH, HEIGHT) as desktop:
         screen = show_busy_screen(desktop)
-        limits = [machine_limits.FrameCopy(WIDTH, HEIGHT),
-                  machine_limits.SharedMemoryGet(WIDTH, HEIGHT, desktop.environment["DISPLAY"])]
+        get = machine_limits.SharedMemoryGet(WIDTH, HEIGHT, desktop.environment["DISPLAY"])
+        limits = [machine_limits.FrameCopy(WIDTH, HEIGHT), get, machine_limits.SharedMemoryPut(get)]
         one_shot_results, limit_results = measure(desktop, one_shots, limits, rounds, screen)
         lines = facts(desktop.folder)
     with VirtualDesktop(WIDTH, HEIGHT, bus_services=["org.kde.Spectacle"]) as desktop:

@@ -1,4 +1,4 @@
-"""What this machine can do at best with one frame: copy it in memory, and get it from the X server through MIT-SHM."""
+"""What this machine can do at best with one frame: copy it in memory, get it from the X server and put it there."""
 
 import ctypes
 import ctypes.util
@@ -6,6 +6,7 @@ import time
 
 IPC_PRIVATE, IPC_CREAT, IPC_RMID = 0, 0o1000, 0
 ALL_PLANES, Z_PIXMAP = 0xFFFFFFFF, 2
+COPY_FROM_PARENT, OVERRIDE_REDIRECT, DEPTH = 0, 1 << 9, 24
 
 
 class Cookie(ctypes.Structure):
@@ -96,3 +97,43 @@ class SharedMemoryGet:
         """The screen's bytes as they are now, four a pixel."""
         self.measure()
         return ctypes.string_at(self.address, self.width * self.height * 4)
+
+
+class SharedMemoryPut:
+    """One MIT-SHM PutImage of the whole screen into a window that covers it, on the connection of `get`."""
+    name = "one MIT-SHM put of the screen"
+
+    def __init__(self, get):
+        """The frame is the one that `get` has got last."""
+        self.get, self.xcb = get, get.xcb
+        self.window, self.context = (self.xcb.xcb_generate_id(get.connection) for _ in range(2))
+        override_redirect = (ctypes.c_uint32 * 1)(1)
+        self.xcb.xcb_create_window(
+            get.connection, ctypes.c_uint8(COPY_FROM_PARENT), ctypes.c_uint32(self.window), ctypes.c_uint32(get.root),
+            ctypes.c_int16(0), ctypes.c_int16(0), ctypes.c_uint16(get.width), ctypes.c_uint16(get.height),
+            ctypes.c_uint16(0), ctypes.c_uint16(COPY_FROM_PARENT), ctypes.c_uint32(COPY_FROM_PARENT),
+            ctypes.c_uint32(OVERRIDE_REDIRECT), override_redirect)
+        self.xcb.xcb_create_gc(get.connection, ctypes.c_uint32(self.context), ctypes.c_uint32(self.window), 0, None)
+
+    def _wait_for_server(self):
+        self.xcb.xcb_get_input_focus.restype = Cookie
+        self.xcb.xcb_get_input_focus_reply.restype = ctypes.c_void_p
+        cookie = self.xcb.xcb_get_input_focus(self.get.connection)
+        self.get.libc.free(ctypes.c_void_p(self.xcb.xcb_get_input_focus_reply(self.get.connection, cookie, None)))
+
+    def measure(self):
+        """Seconds from the request until the server has done it. The window is on the screen for that time only."""
+        self.xcb.xcb_map_window(self.get.connection, ctypes.c_uint32(self.window))
+        self._wait_for_server()
+        start = time.perf_counter()
+        self.get.shm.xcb_shm_put_image(
+            self.get.connection, ctypes.c_uint32(self.window), ctypes.c_uint32(self.context),
+            ctypes.c_uint16(self.get.width), ctypes.c_uint16(self.get.height), ctypes.c_uint16(0), ctypes.c_uint16(0),
+            ctypes.c_uint16(self.get.width), ctypes.c_uint16(self.get.height), ctypes.c_int16(0), ctypes.c_int16(0),
+            ctypes.c_uint8(DEPTH), ctypes.c_uint8(Z_PIXMAP), ctypes.c_uint8(0), ctypes.c_uint32(self.get.segment),
+            ctypes.c_uint32(0))
+        self._wait_for_server()
+        elapsed = time.perf_counter() - start
+        self.xcb.xcb_unmap_window(self.get.connection, ctypes.c_uint32(self.window))
+        self._wait_for_server()
+        return elapsed
