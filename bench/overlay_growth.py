@@ -1,10 +1,11 @@
-"""What a step of the same drag costs our overlay on screens of different sizes."""
+"""What the same drag costs our overlay on screens of different sizes, and what the whole screen takes there."""
 
 import contextlib
 import dataclasses
 import sys
 import time
 
+import contenders
 from overlay_programs import Lumacap
 from overlay_scene import OverlayScene
 from session_bus import SessionBus
@@ -17,12 +18,16 @@ WATCHED_STEPS = 100
 
 @dataclasses.dataclass
 class Drag:
-    """One drag, in seconds a step; `alone` is what the server uses for the pointer's motion without an overlay."""
+    """One drag, in seconds a step; `alone` is what the server uses for the pointer's motion without an overlay.
+    Beside it, in seconds, what is done with the whole screen: opened over, confirmed into a file, taken by a command."""
     step: float
     own: float
     server: float
     alone: float
     latencies: list
+    fresh: float
+    file: float
+    command: float
 
 
 def show(desktop, screen):
@@ -67,7 +72,7 @@ class Growth:
 
     @staticmethod
     def _drag(scene, program, look):
-        scene.open(program, look)
+        fresh = scene.open(program, look)
         processes = scene.processes()
         scene.begin_drag()
         step, (own, server) = scene.paced_drag(look, processes, STEPS)
@@ -77,4 +82,12 @@ class Growth:
         latencies = scene.watched_drag(look, WATCHED_STEPS)
         scene.give_up_drag(program, look)
         time.sleep(0.2)
-        return Drag(step, own, server, scene.moving_alone(scene.desktop.server, STEPS), latencies)
+        alone = scene.moving_alone(scene.desktop.server, STEPS)
+        scene.open(program, look)
+        target = scene.desktop.folder / "whole" / "screen.png"
+        target.parent.mkdir(exist_ok=True)
+        file = scene.confirm_to_file(program, look, target)
+        target.unlink()
+        command = contenders.lumacap_one_shot(program.program).take(scene.desktop, target).seconds
+        target.unlink()
+        return Drag(step, own, server, alone, latencies, fresh, file, command)

@@ -98,6 +98,21 @@ def growth(results):
     return lines
 
 
+def whole_screens(results):
+    """Ratios are to the smallest screen, round by round."""
+    lines = ["### The whole of screens of other sizes (lumacap alone)", "",
+             "| screen | command until its file is complete, ms | ratio to 1080p | request until the overlay is there, ms "
+             "| ratio to 1080p | confirmation until the file is complete, ms | ratio to 1080p |",
+             "|---|---:|---:|---:|---:|---:|---:|"]
+    smallest = next(iter(results.values()))
+    for name, drags in results.items():
+        cells = []
+        for field in ("command", "fresh", "file"):
+            cells += [milliseconds(values(drags, field)), ratio(values(drags, field), values(smallest, field))]
+        lines.append(f"| {name} | {' | '.join(cells)} |")
+    return lines
+
+
 def marks(results):
     """Ratios are to the same drag without marks, round by round."""
     lines = ["### The same drag with marks on the screen (lumacap alone)", "",

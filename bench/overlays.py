@@ -10,6 +10,8 @@ from overlay_timings import STEPS, WATCHED_STEPS, Turns
 from session_bus import SessionBus
 from virtual_desktop import VirtualDesktop
 
+MARKED_ROUNDS = 5  # at most: nobody is beside us there
+
 
 def compare_programs(lumacap, rounds, facts, screen_copy):
     """Lines and measurements of all programs; the screen's picture is left at `screen_copy`."""
@@ -35,7 +37,7 @@ def drag_among_marks(lumacap, rounds, screen):
     with VirtualDesktop(WIDTH, HEIGHT) as desktop:
         show(desktop, screen)
         desktop.session_bus = SessionBus(desktop.environment["DBUS_SESSION_BUS_ADDRESS"])
-        return MarkedDrags(desktop, lumacap).take(rounds)
+        return MarkedDrags(desktop, lumacap).take(min(rounds, MARKED_ROUNDS))
 
 
 def run(lumacap, rounds, facts, folder):
@@ -45,5 +47,6 @@ def run(lumacap, rounds, facts, folder):
     with Growth(lumacap, screen) as growth:
         drags = growth.take(rounds)
     marked = drag_among_marks(lumacap, rounds, screen)
-    return ([*lines, "", *overlay_report.growth(drags), "", *overlay_report.marks(marked)],
+    return ([*lines, "", *overlay_report.growth(drags), "", *overlay_report.whole_screens(drags), "",
+             *overlay_report.marks(marked)],
             everything | {"growth": drags, "marks": [(*kind, drags) for kind, drags in marked.items()]})
