@@ -7,13 +7,14 @@
 #include <array>
 #include <cstdlib>
 #include <cstring>
+#include <map>
 #include <vector>
 
 #include <benchmark/benchmark.h>
 #include <png.h>
 
-// What one 4K picture takes to encode, next to libpng and to a copy of its bytes. `bytes` is the
-// file's size.
+// What one 4K picture takes to encode, next to libpng and to a copy of its bytes; and what a PNG
+// takes on screens of other sizes. `bytes` is the file's size.
 
 namespace {
 
@@ -27,6 +28,16 @@ const QImage &frame(int64_t content)
     static const std::array frames{bench::busyFrame(size), bench::textFrame(size),
                                    bench::photographFrame(size)};
     return frames.at(static_cast<std::size_t>(content));
+}
+
+/// The busy frame on a screen of 16:9 with so many rows.
+const QImage &busyFrameOf(int64_t rows)
+{
+    static std::map<int64_t, QImage> frames;
+    QImage &frame = frames[rows];
+    if (frame.isNull())
+        frame = bench::busyFrame(QSize(static_cast<int>(rows * 16 / 9), static_cast<int>(rows)));
+    return frame;
 }
 
 void report(benchmark::State &state, qsizetype bytes)
@@ -96,6 +107,17 @@ Result<QByteArray> encodePngWithZlib(const QImage &image)
     return encodePng(image, {.library = DeflateLibrary::Zlib, .workers = 2, .rowsAStrip = 91});
 }
 
+void encodePngOfRows(benchmark::State &state)
+{
+    const QImage &image = busyFrameOf(state.range(0));
+    for (auto _ : state) {
+        Result<QByteArray> file = encodePng(image);
+        if (!file)
+            state.SkipWithError(qPrintable(file.error().description));
+        benchmark::DoNotOptimize(file);
+    }
+}
+
 void copyMemory(benchmark::State &state)
 {
     const QImage &image = frame(Busy);
@@ -122,6 +144,13 @@ BENCHMARK(encodeFile<&encodePngFast>)
 BENCHMARK(encodeFile<&encodePngWithZlib>)
     ->Name("pngWithZlib")
     ->DenseRange(Busy, Photograph)
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime();
+BENCHMARK(encodePngOfRows)
+    ->Name("pngOfRows")
+    ->Arg(1080)
+    ->Arg(2160)
+    ->Arg(4320)
     ->Unit(benchmark::kMillisecond)
     ->UseRealTime();
 BENCHMARK(encodeFile<&encodeJpeg>)

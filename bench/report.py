@@ -66,18 +66,22 @@ def limits_table(results, title="The machine's own limits, in the same rounds"):
     return lines
 
 
-def machine_facts(load_before, rounds, folder, desktops):
+def machine_facts(load_before, desktops):
     """The lines that say what the numbers were measured on; `desktops` has packages by the names people know."""
     model = next((line.split(":", 1)[1].strip() for line in pathlib.Path("/proc/cpuinfo").read_text().splitlines()
                   if line.startswith("model name")), platform.machine())
     system = platform.freedesktop_os_release().get("PRETTY_NAME", platform.system())
-    files = subprocess.run(["stat", "-f", "-c", "%T", str(folder)], capture_output=True, text=True, check=False)
-    return [f"- {model}, {os.cpu_count()} cores; {system}, Linux {platform.release()}; "
-            + ", ".join(f"{name} {package_version(package)}" for name, package in desktops.items()),
+    packages = ", ".join(f"{name} {package_version(package)}" for name, package in desktops.items())
+    return [f"- {model}, {os.cpu_count()} cores; {system}, Linux {platform.release()}{packages and '; ' + packages}",
             f"- load average before: {' '.join(f'{value:.2f}' for value in load_before)}; now: "
-            f"{' '.join(f'{value:.2f}' for value in os.getloadavg())}",
-            f"- {rounds} rounds; in each, every program once, the order turned by one from round to round; files on "
-            f"{files.stdout.strip()}"]
+            f"{' '.join(f'{value:.2f}' for value in os.getloadavg())}"]
+
+
+def turns(rounds, folder):
+    """The line that says in which order programs were measured, and where they wrote their files."""
+    files = subprocess.run(["stat", "-f", "-c", "%T", str(folder)], capture_output=True, text=True, check=False)
+    return (f"- {rounds} rounds; in each, every program once, the order turned by one from round to round; files on "
+            f"{files.stdout.strip()}")
 
 
 def store(path, text, program="bench/run"):
