@@ -11,8 +11,8 @@ import benchmark_programs
 PROGRAM = "lumacap_encoding_bench"
 CONTENTS = ("busy", "text", "photograph")
 # What each measurement is called in the program, with the number of the content for {}, and what we call it.
-ENCODERS = {"png/{}": "lumacap", "pngWithZlib/{}": "lumacap, zlib for ISA-L", "encodeWithLibpng/{}/1": "libpng, level 1",
-            "encodeWithLibpng/{}/6": "libpng, level 6"}
+ENCODERS = {"png/{}": "lumacap", "pngWithZlib/{}": "lumacap, zlib for ISA-L",
+            "encodeWithLibpng/{}/1": "libpng, level 1", "encodeWithLibpng/{}/6": "libpng, level 6"}
 COPY = "a copy of the frame"
 ROWS = {"1080p": 1080, "4K": 2160, "8K": 4320}
 
@@ -41,17 +41,20 @@ def read(program, repetitions):
 
 def table(results, copy):
     lines = ["### PNG of a 4K frame, from memory to memory", "",
-             "| picture | encoder | ms | ratio to libpng 1 | bytes | ratio to libpng 6 |", "|---|---|---:|---:|---:|---:|"]
+             "| picture | encoder | ms | ratio to libpng 1 | bytes | ratio to libpng 6 |",
+             "|---|---|---:|---:|---:|---:|"]
     for content, encodings in results.items():
         quick, small = encodings["libpng, level 1"], encodings["libpng, level 6"]
         for name, encoding in encodings.items():
-            lines.append(f"| {content} | {name} | {encoding.seconds * 1000:.1f} | {encoding.seconds / quick.seconds:.3f} "
-                         f"| {encoding.file_bytes:,} | {encoding.file_bytes / small.file_bytes:.3f} |")
+            lines.append(f"| {content} | {name} | {encoding.seconds * 1000:.1f} "
+                         f"| {encoding.seconds / quick.seconds:.3f} | {encoding.file_bytes:,} "
+                         f"| {encoding.file_bytes / small.file_bytes:.3f} |")
     return [*lines, f"| any | {COPY} | {copy.seconds * 1000:.1f} | | | |"]
 
 
 def sizes_table(sizes):
-    lines = ["### PNG of the busy frame by the size of the screen", "", "| screen | ms | ratio to 1080p |", "|---|---:|---:|"]
+    lines = ["### PNG of the busy frame by the size of the screen", "", "| screen | ms | ratio to 1080p |",
+             "|---|---:|---:|"]
     for size, seconds in sizes.items():
         lines.append(f"| {size} | {seconds * 1000:.1f} | {seconds / sizes['1080p']:.2f} |")
     return lines

@@ -26,7 +26,8 @@ def text(value, unit):
 
 def against(limit, ours, name, theirs, unit, of="the best peer"):
     ratio = ours / theirs
-    return Outcome(f"≤ {limit} × {of}", text(ours, unit), f"{name}: {text(theirs, unit)}", f"{ratio:.3f}", ratio <= limit)
+    return Outcome(f"≤ {limit} × {of}", text(ours, unit), f"{name}: {text(theirs, unit)}", f"{ratio:.3f}",
+                   ratio <= limit)
 
 
 def best_peer(results, eligible=lambda name: True):
@@ -90,7 +91,8 @@ def after_captures(values):
     first, taken = values["rest"]["PSS"], values["rest"]["taken"]
     name, theirs = best_peer({name: size / first[name] for name, size in taken.items()})
     ratio = taken[OURS] / first[OURS]
-    return Outcome("PSS ≤ 1.2 × the first rest", text(taken[OURS], "MiB"), f"{name}: {theirs:.2f} ×", f"{ratio:.2f}", ratio <= 1.2)
+    return Outcome("PSS ≤ 1.2 × the first rest", text(taken[OURS], "MiB"), f"{name}: {theirs:.2f} ×", f"{ratio:.2f}",
+                   ratio <= 1.2)
 
 
 def owning(values):

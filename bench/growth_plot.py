@@ -1,4 +1,4 @@
-"""How times grow with the screen, as a picture: both axes are logarithmic, so that what is proportional rises evenly."""
+"""How times grow with the screen, as a picture: both axes are logarithmic, so that proportional things rise evenly."""
 
 import html
 import math

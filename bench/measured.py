@@ -1,4 +1,4 @@
-"""What is kept of the measurements: the medians that the goals and the plot of growth need, by part, in seconds and bytes.
+"""What is kept of the measurements: the medians that the goals and the plot need, by part, in seconds and bytes.
 
 They are in a file beside this one, so that the run of one part alone leaves those of the others as they were."""
 

@@ -19,7 +19,7 @@ WATCHED_STEPS = 100
 @dataclasses.dataclass
 class Drag:
     """One drag, in seconds a step; `alone` is what the server uses for the pointer's motion without an overlay.
-    Beside it, in seconds, what is done with the whole screen: opened over, confirmed into a file, taken by a command."""
+    Beside it, in seconds: the overlay opened, the whole screen confirmed into a file, and taken by a command."""
     step: float
     own: float
     server: float

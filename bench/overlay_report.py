@@ -101,8 +101,8 @@ def growth(results):
 def whole_screens(results):
     """Ratios are to the smallest screen, round by round."""
     lines = ["### The whole of screens of other sizes (lumacap alone)", "",
-             "| screen | command until its file is complete, ms | ratio to 1080p | request until the overlay is there, ms "
-             "| ratio to 1080p | confirmation until the file is complete, ms | ratio to 1080p |",
+             "| screen | command until its file is complete, ms | ratio to 1080p "
+             "| request until the overlay is there, ms | ratio to 1080p | confirmation until the file is complete, ms | ratio to 1080p |",
              "|---|---:|---:|---:|---:|---:|---:|"]
     smallest = next(iter(results.values()))
     for name, drags in results.items():

@@ -15,13 +15,14 @@ def state(program, results):
 
 
 def notes(watched, settled):
-    return [f"- each program rests alone on the desktop; memory is read {settled} s after the last thing that happened, "
-            f"wake-ups are counted for {watched} s"]
+    return [f"- each program rests alone on the desktop; memory is read {settled} s after the last thing that "
+            f"happened, wake-ups are counted for {watched} s"]
 
 
 def started(programs, results):
     lines = ["### Start until the bus name is owned", "",
-             "| program | version | started by | median ms | min–max ms | ratio to lumacap |", "|---|---|---|---:|---:|---:|"]
+             "| program | version | started by | median ms | min–max ms | ratio to lumacap |",
+             "|---|---|---|---:|---:|---:|"]
     reference = results.get("lumacap", [])
     for program in programs:
         times = results.get(program.name, [])
@@ -70,4 +71,5 @@ def kept(buffers):
              "| before | half a second after | later than two seconds after |", "|---:|---:|---:|"]
     if not buffers:
         return [*lines, "| not built | | |"]
-    return [*lines, f"| {mebibytes(buffers.before.pss)} | {mebibytes(buffers.soon.pss)} | {mebibytes(buffers.later.pss)} |"]
+    sizes = (buffers.before.pss, buffers.soon.pss, buffers.later.pss)
+    return [*lines, f"| {' | '.join(mebibytes(size) for size in sizes)} |"]
