@@ -23,6 +23,8 @@ struct OverlayTest : SwayAgentFixture, testing::WithParamInterface<const char *>
     Process &coverRight()
     {
         Process &process = run({u"cover"_s, u"1"_s});
+        // What sway shows may still be what an earlier one left.
+        require("the cover", [&process] { return process.output().contains("covered\n"); });
         const QImage picture = noisePicture({1000, 700});
         const QRect pointer(0, 0, 100, 100);
         require("the covered screen", [&] {
