@@ -15,7 +15,7 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-/// An agent on a KWin that stops in its tracks.
+/// An agent on a KWin that stops in its tracks, or ends.
 struct KWinSilenceTest : testing::Test {
     KWinSilenceTest()
         : kwin(static_cast<pid_t>(
@@ -58,6 +58,13 @@ TEST_F(KWinSilenceTest, aSelectionFailsInItsTime)
         [this] { return agent->process().output().contains("Failed to capture freeze image\n"); },
         std::chrono::seconds(30)));
     EXPECT_EQ(agent->process().ending(), std::nullopt);
+}
+
+TEST_F(KWinSilenceTest, theAgentEndsWithKWin)
+{
+    kill(kwin, SIGKILL);
+    EXPECT_EQ(agent->process().waitForEnd(usualLimit), Ending{})
+        << agent->process().errors().toStdString();
 }
 
 } // namespace
