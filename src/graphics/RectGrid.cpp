@@ -72,16 +72,17 @@ struct PixelGrid {
         return {QPoint(columns.begin(), rows.begin()), QPoint(columns.end() - 1, rows.end() - 1)};
     }
 
+    /// Of row `y`.
+    int height(int y) const { return y < rows.begin() || y >= rows.end() ? 0 : rows.at(y); }
+
     /// Adds what is covered of the pixels of row `y` from column `left` on.
     void addRow(std::span<int> areas, int y, int left) const
     {
-        const int height = y < rows.begin() || y >= rows.end() ? 0 : rows.at(y);
-        if (height == 0)
-            return;
+        const int covered = height(y);
         const int begin = std::max(left, columns.begin());
         const int end = std::min(left + static_cast<int>(areas.size()), columns.end());
         for (int x = begin; x < end; ++x)
-            areas[static_cast<std::size_t>(x - left)] += height * columns.at(x);
+            areas[static_cast<std::size_t>(x - left)] += covered * columns.at(x);
     }
 };
 
@@ -110,12 +111,38 @@ QRgb multiplied(QRgb pixel, std::uint32_t share)
 /// `color`, premultiplied, over the pixels.
 void blend(QRgb *pixel, std::span<const int> areas, QRgb color)
 {
+    int last = 0; // most pixels are covered as much as the one before
+    QRgb part = 0;
     for (const int area : areas) {
-        if (area != 0) {
-            const QRgb part = multiplied(color, opacityOf(area));
-            *pixel = part + multiplied(*pixel, 255 - static_cast<std::uint32_t>(qAlpha(part)));
+        if (area != last) {
+            last = area;
+            part = multiplied(color, opacityOf(area));
         }
+        if (area != 0)
+            *pixel = part + multiplied(*pixel, 255 - static_cast<std::uint32_t>(qAlpha(part)));
         ++pixel;
+    }
+}
+
+/// Fills what lies in `rect`.
+void fill(QImage &target, std::span<const PixelGrid> grids, QRgb color, const QRect &rect)
+{
+    QRect all;
+    std::vector<const PixelGrid *> reached;
+    for (const PixelGrid &grid : grids) {
+        const QRect part = grid.bounds() & rect;
+        all |= part;
+        if (!part.isEmpty())
+            reached.push_back(&grid);
+    }
+    std::vector<int> areas(static_cast<std::size_t>(all.width()));
+    for (int y = all.top(); y <= all.bottom(); ++y) {
+        if (std::ranges::all_of(reached, [y](const auto *grid) { return grid->height(y) == 0; }))
+            continue;
+        std::ranges::fill(areas, 0);
+        for (const PixelGrid *const grid : reached)
+            grid->addRow(areas, y, all.left());
+        blend(reinterpret_cast<QRgb *>(target.scanLine(y)) + all.left(), areas, color);
     }
 }
 
@@ -130,19 +157,8 @@ void fillGrids(QImage &target, double scale, std::span<const RectGrid> grids, co
         pixelGrids.push_back({{grid.columns, target.width(), [&](double x) { return x * scale; }},
                               {grid.rows, height, [&](double y) { return height - y * scale; }}});
     const QRgb premultiplied = color.rgba64().premultiplied().toArgb32();
-    std::vector<int> areas;
-    for (const QRect &rect : clip &target.rect()) {
-        QRect reached;
-        for (const PixelGrid &grid : pixelGrids)
-            reached |= grid.bounds() & rect;
-        for (int y = reached.top(); y <= reached.bottom(); ++y) {
-            areas.assign(static_cast<std::size_t>(reached.width()), 0);
-            for (const PixelGrid &grid : pixelGrids)
-                grid.addRow(areas, y, reached.left());
-            blend(reinterpret_cast<QRgb *>(target.scanLine(y)) + reached.left(), areas,
-                  premultiplied);
-        }
-    }
+    for (const QRect &rect : clip &target.rect())
+        fill(target, pixelGrids, premultiplied, rect);
 }
 
 } // namespace lumacap

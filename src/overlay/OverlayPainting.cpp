@@ -38,11 +38,14 @@ QRgb veiled(QRgb pixel)
 
 void copyPixels(QImage &target, const QImage &source, const QRegion &pixels)
 {
+    uchar *const to = target.bits();
+    const uchar *const from = source.constBits();
     for (const QRect &rect : pixels) {
         const auto bytes = static_cast<std::size_t>(rect.width()) * sizeof(QRgb);
-        const qsizetype offset = rect.left() * static_cast<qsizetype>(sizeof(QRgb));
+        const qsizetype left = rect.left() * static_cast<qsizetype>(sizeof(QRgb));
         for (int y = rect.top(); y <= rect.bottom(); ++y)
-            std::memcpy(target.scanLine(y) + offset, source.constScanLine(y) + offset, bytes);
+            std::memcpy(to + y * target.bytesPerLine() + left,
+                        from + y * source.bytesPerLine() + left, bytes);
     }
 }
 
