@@ -2,6 +2,7 @@
 
 #include "app/Desktop.h"
 #include "app/HotkeyCommands.h"
+#include "app/MemoryAtRest.h"
 #include "app/StatusBarController.h"
 #include "capture/CaptureEngine.h"
 #include "capture/ImageSaver.h"
@@ -185,6 +186,19 @@ void AppDelegate::terminate()
         spawn(handOverAndQuit());
     else // the last one hands over, unless it hangs on a service that does not answer
         QTimer::singleShot(captureLimit, this, [this] { spawn(handOverAndQuit()); });
+}
+
+void AppDelegate::comeToRest()
+{
+    const bool isCapturing =
+        m_capturesUnderWay > 0 || (m_overlayController && m_overlayController->isSelecting());
+    if (isCapturing)
+        return;
+    if (m_imageSaver)
+        m_imageSaver->shrink();
+    if (m_overlayController)
+        m_overlayController->shrink();
+    giveBackMemory();
 }
 
 QCoro::Task<> AppDelegate::handOverAndQuit()

@@ -45,6 +45,10 @@ public:
     /// desktop's clipboard manager. Asked a second time it ends without waiting for either.
     void terminate();
 
+    /// Nothing has happened for a while: lets go of what only a capture needs, unless one is under
+    /// way.
+    void comeToRest();
+
 Q_SIGNALS:
     /// From now on no command is carried out.
     void terminating();

@@ -4,7 +4,6 @@
 #include "app/Desktop.h"
 #include "app/EndOfDisplay.h"
 #include "app/FileCapture.h"
-#include "app/MemoryAtRest.h"
 #include "app/RestWatch.h"
 #include "app/RunningAgent.h"
 #include "app/Session.h"
@@ -184,7 +183,7 @@ int runAgent(std::optional<Command> command, int &argc, char **argv)
     QObject::connect(&signals, &TerminationSignals::requested, &delegate, &AppDelegate::terminate);
     const EndOfDisplay endOfDisplay(session);
     const RestWatch restWatch;
-    QObject::connect(&restWatch, &RestWatch::cameToRest, &delegate, &giveBackMemory);
+    QObject::connect(&restWatch, &RestWatch::cameToRest, &delegate, &AppDelegate::comeToRest);
     // From within the loop: an exit asked for before it runs would be forgotten.
     QMetaObject::invokeMethod(
         &delegate,

@@ -33,6 +33,8 @@ ClipboardImage::ClipboardImage(QImage image)
 {
 }
 
+ClipboardImage::~ClipboardImage() = default;
+
 QList<QByteArray> ClipboardImage::types() const
 {
     return {"image/png", "image/jpeg", "image/bmp", "image/tiff", "application/x-qt-image"};
@@ -45,6 +47,12 @@ QByteArray ClipboardImage::bytes(const QByteArray &type)
     if (!m_made.contains(type))
         m_made.insert(type, made(type));
     return m_made.value(type);
+}
+
+void ClipboardImage::shrink()
+{
+    if (!png().isEmpty())
+        m_made.clear();
 }
 
 QByteArray ClipboardImage::made(const QByteArray &type)

@@ -5,19 +5,26 @@
 #include <QByteArray>
 #include <QHash>
 #include <QImage>
+#include <QObject>
 
 namespace lumacap {
 
 /// A picture on the pasteboard, in the types that programs of this desktop ask for.
-class ClipboardImage final : public PasteboardItem {
+class ClipboardImage final : public QObject, public PasteboardItem {
+    Q_OBJECT
+
 public:
     explicit ClipboardImage(QImage image);
+    Q_DISABLE_COPY_MOVE(ClipboardImage)
+    ~ClipboardImage() override;
 
     /// PNG first.
     QList<QByteArray> types() const override;
     /// Made when asked for, once. From the first PNG on the pixels are let go:
     /// its bytes are a fraction of them, and what is pasted next is most often the same.
     QByteArray bytes(const QByteArray &type) override;
+    /// Keeps the PNG alone, made now if nobody has asked for it yet; the rest can be made of it.
+    void shrink();
 
 private:
     QByteArray made(const QByteArray &type);

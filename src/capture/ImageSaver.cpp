@@ -33,16 +33,26 @@ ImageSaver::ImageSaver(Pasteboard &pasteboard, SoundPlayer &soundPlayer,
 {
 }
 
+ImageSaver::~ImageSaver() = default;
+
 void ImageSaver::save(const QImage &image)
 {
     if (m_preferences.copyToClipboard()) {
         m_pasteboard.clearContents();
-        m_pasteboard.write(std::make_unique<ClipboardImage>(image));
+        auto item = std::make_unique<ClipboardImage>(image);
+        m_onPasteboard = item.get();
+        m_pasteboard.write(std::move(item));
     }
     const bool savesToFile = m_preferences.defaults().boolean(u"saveToFile"_s);
     if (savesToFile && writeFile(image) == FileResult::NotBegun)
         return;
     m_soundPlayer.play();
+}
+
+void ImageSaver::shrink()
+{
+    if (m_onPasteboard)
+        m_onPasteboard->shrink();
 }
 
 ImageSaver::FileResult ImageSaver::writeFile(const QImage &image) const

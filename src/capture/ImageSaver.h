@@ -3,6 +3,7 @@
 #include "preferences/storage/ImageFormat.h"
 
 #include <QDateTime>
+#include <QPointer>
 #include <QString>
 
 #include <functional>
@@ -14,6 +15,7 @@ QT_END_NAMESPACE
 
 namespace lumacap {
 
+class ClipboardImage;
 class Pasteboard;
 class PreferencesStorage;
 class SoundPlayer;
@@ -33,11 +35,14 @@ public:
         Pasteboard &pasteboard, SoundPlayer &soundPlayer, const PreferencesStorage &preferences,
         Clock clock = [] { return QDateTime::currentDateTime(); });
     Q_DISABLE_COPY_MOVE(ImageSaver)
-    ~ImageSaver() = default;
+    ~ImageSaver();
 
     /// Never reports a failure. When the file can't be begun, the operation ends without the sound;
     /// a file that fails later is absent, and the sound is played.
     void save(const QImage &image);
+
+    /// Holds what it put on the clipboard in as little memory as it can. Takes as long as a PNG.
+    void shrink();
 
 private:
     enum class FileResult { NotBegun, Ended };
@@ -49,6 +54,8 @@ private:
     SoundPlayer &m_soundPlayer;
     const PreferencesStorage &m_preferences;
     Clock m_clock;
+    /// The pasteboard owns it.
+    QPointer<ClipboardImage> m_onPasteboard;
 };
 
 } // namespace lumacap

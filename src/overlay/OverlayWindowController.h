@@ -49,6 +49,11 @@ public:
     /// Ends the capture without saving; nothing when none is under way.
     void dismissAll();
 
+    /// Whether a capture is on the screen, or about to be.
+    bool isSelecting() const { return m_isFreezing || !m_overlayWindows.empty(); }
+    /// Holds what is on the clipboard in as little memory as it can.
+    void shrink() { m_imageSaver.shrink(); }
+
 protected:
     /// Sees every key before any widget does while an overlay is up.
     bool eventFilter(QObject *watched, QEvent *event) override;

@@ -65,4 +65,17 @@ TEST(ClipboardImage, makesEachTypeOnce)
         EXPECT_EQ(item.bytes(type).constData(), item.bytes(type).constData()) << type.toStdString();
 }
 
+TEST(ClipboardImage, shrunkHoldsNoPixelsAndGivesAllTypes)
+{
+    const QImage picture = sample();
+    const QImage expected = picture.convertToFormat(QImage::Format_RGB32);
+    ClipboardImage item(picture);
+    ASSERT_FALSE(item.bytes("image/bmp").isEmpty());
+    ASSERT_FALSE(picture.isDetached()); // the item shares them
+    item.shrink();
+    EXPECT_TRUE(picture.isDetached());
+    EXPECT_EQ(opaque(item.bytes("image/png"), "PNG"), expected);
+    EXPECT_EQ(opaque(item.bytes("image/bmp"), "BMP"), expected);
+}
+
 } // namespace lumacap

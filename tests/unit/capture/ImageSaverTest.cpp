@@ -191,4 +191,17 @@ TEST_F(ImageSaverTest, readsTheSettingsAtEachSave)
     EXPECT_EQ(files().size(), 1);
 }
 
+TEST_F(ImageSaverTest, shrinksWhatIsOnThePasteboardAndNothingThatHasLeftIt)
+{
+    const QImage picture = filled(Qt::red);
+    saver.shrink();
+    saver.save(picture);
+    ASSERT_FALSE(picture.isDetached());
+    saver.shrink();
+    EXPECT_TRUE(picture.isDetached());
+    EXPECT_EQ(pixelsOf(QImage::fromData(pasteboard.item->bytes("image/png"))), pixelsOf(picture));
+    pasteboard.clearContents();
+    saver.shrink();
+}
+
 } // namespace lumacap
