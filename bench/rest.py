@@ -95,10 +95,10 @@ def take_pictures(program, process, rest):
     taker.close()
 
 
-def rest_of(desktop, program):
+def rest_of(desktop, program, captures=True):
     """One program alone: nothing else of the same libraries runs on the desktop meanwhile."""
     process, rest = start_and_rest(program, desktop.session_bus)
-    if program.takes_pictures:
+    if captures and program.takes_pictures:
         take_pictures(program, process, rest)
     end(process)
     print(f"rest: {program.name} ", file=sys.stderr, flush=True)

@@ -19,8 +19,8 @@ def notes(watched, settled):
             f"happened, wake-ups are counted for {watched} s"]
 
 
-def started(programs, results):
-    lines = ["### Start until the bus name is owned", "",
+def started(programs, results, title="Start until the bus name is owned"):
+    lines = [f"### {title}", "",
              "| program | version | started by | median ms | min–max ms | ratio to lumacap |",
              "|---|---|---|---:|---:|---:|"]
     reference = results.get("lumacap", [])
@@ -39,8 +39,8 @@ def started(programs, results):
             f"| {ratio(times, reference)} |"]
 
 
-def rested(programs, results):
-    lines = ["### At rest, alone", "",
+def rested(programs, results, title="At rest, alone"):
+    lines = [f"### {title}", "",
              "| program | version | PSS MiB | of it anonymous MiB | wake-ups | other processes with the same Qt |",
              "|---|---|---:|---:|---:|---:|"]
     for program in programs:

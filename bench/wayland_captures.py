@@ -2,7 +2,6 @@
 
 import shutil
 import subprocess
-import tempfile
 import time
 
 import captures
@@ -86,8 +85,8 @@ def measure_desktop(title, desktop_class, one_shots, residents, rounds, bus_serv
                    f"{title}, beside": limits | hand_overs}
 
 
-def run(lumacap, rounds, facts):
-    """Lines of Markdown, and every measurement; `facts` says what they were measured on, given a folder."""
+def run(lumacap, rounds):
+    """Lines of Markdown, and every measurement."""
     if not shutil.which(lumacap):
         raise RuntimeError(f"{lumacap} is not built")
     sway_lines, sway_results = measure_desktop(
@@ -96,4 +95,4 @@ def run(lumacap, rounds, facts):
     kwin_lines, kwin_results = measure_desktop(
         "KWin", KWinDesktop, [contenders.lumacap_one_shot(lumacap), contenders.spectacle_one_shot()],
         [contenders.lumacap_resident(lumacap), contenders.spectacle_resident()], rounds, ["org.kde.Spectacle"])
-    return [*facts(tempfile.gettempdir()), "", *sway_lines, "", *kwin_lines], sway_results | kwin_results
+    return [*sway_lines, "", *kwin_lines], sway_results | kwin_results
