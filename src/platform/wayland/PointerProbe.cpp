@@ -2,6 +2,7 @@
 
 #include "platform/wayland/Connection.h"
 #include "platform/wayland/Outputs.h"
+#include "platform/wayland/Seat.h"
 
 #include <algorithm>
 #include <utility>
@@ -17,7 +18,6 @@ namespace lumacap::wayland {
 namespace {
 
 constexpr std::uint32_t compositorVersion = 4;
-constexpr std::uint32_t seatVersion = 5; // the first that is released
 constexpr std::uint32_t shellVersion = 3; // the first that is let go
 constexpr std::uint32_t everySide = ZWLR_LAYER_SURFACE_V1_ANCHOR_TOP
     | ZWLR_LAYER_SURFACE_V1_ANCHOR_BOTTOM | ZWLR_LAYER_SURFACE_V1_ANCHOR_LEFT
@@ -118,7 +118,7 @@ PointerProbe::PointerProbe(Connection &connection, const Outputs &outputs)
     , m_memory(connection.bind(wl_shm_interface, 1, &wl_shm_destroy))
     , m_viewporter(connection.bind(wp_viewporter_interface, 1, &wp_viewporter_destroy))
     , m_shell(connection.bind(zwlr_layer_shell_v1_interface, shellVersion, &endShell))
-    , m_seat(connection.bind(wl_seat_interface, seatVersion, &wl_seat_release))
+    , m_seat(connection.bind(wl_seat_interface, seatVersion, &endSeat))
 {
     if (m_seat != nullptr)
         wl_seat_add_listener(m_seat.get(), &seatListener(), this);
@@ -177,7 +177,7 @@ void PointerProbe::followPointer(bool hasOne)
         Q_EMIT finished(std::nullopt);
         return;
     }
-    m_pointer = owned(wl_seat_get_pointer(m_seat.get()), &wl_pointer_release);
+    m_pointer = owned(wl_seat_get_pointer(m_seat.get()), &endPointer);
     wl_pointer_add_listener(m_pointer.get(), &pointerListener(), this);
     cover();
 }

@@ -1,6 +1,7 @@
 #include "platform/wayland/SeatKeyboard.h"
 
 #include "platform/wayland/Connection.h"
+#include "platform/wayland/Seat.h"
 
 #include <unistd.h>
 #include <wayland-client-protocol.h>
@@ -9,24 +10,7 @@ namespace lumacap::wayland {
 
 namespace {
 
-constexpr std::uint32_t seatVersion = 5; // the first that can be let go
 constexpr qsizetype largestKeymap = qsizetype{4} * 1024 * 1024;
-
-void endSeat(wl_seat *seat)
-{
-    if (wl_seat_get_version(seat) >= WL_SEAT_RELEASE_SINCE_VERSION)
-        wl_seat_release(seat);
-    else
-        wl_seat_destroy(seat);
-}
-
-void endKeyboard(wl_keyboard *keyboard)
-{
-    if (wl_keyboard_get_version(keyboard) >= WL_KEYBOARD_RELEASE_SINCE_VERSION)
-        wl_keyboard_release(keyboard);
-    else
-        wl_keyboard_destroy(keyboard);
-}
 
 /// The first `size` bytes of a file, which is read and not mapped: it may be shorter than told.
 QByteArray contents(int descriptor, qsizetype size)

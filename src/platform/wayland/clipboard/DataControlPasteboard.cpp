@@ -1,6 +1,7 @@
 #include "platform/wayland/clipboard/DataControlPasteboard.h"
 
 #include "platform/wayland/Connection.h"
+#include "platform/wayland/Seat.h"
 #include "platform/wayland/clipboard/PipeWriter.h"
 
 #include <QCoroTimer>
@@ -22,7 +23,6 @@ namespace lumacap::wayland {
 namespace {
 
 constexpr std::uint32_t managerVersion = 2;
-constexpr std::uint32_t seatVersion = 5; // the one that is let go by a request
 
 /// How long a clipboard manager may take to begin to read, and all readers to end.
 constexpr auto beginLimit = 500ms;
@@ -32,14 +32,6 @@ constexpr auto betweenLooks = 20ms;
 DataControlPasteboard &self(void *data)
 {
     return *static_cast<DataControlPasteboard *>(data);
-}
-
-void endSeat(wl_seat *seat)
-{
-    if (wl_seat_get_version(seat) >= WL_SEAT_RELEASE_SINCE_VERSION)
-        wl_seat_release(seat);
-    else
-        wl_seat_destroy(seat);
 }
 
 /// What others have copied is offered to us, too, and holds the compositor's memory until it is let
