@@ -1,6 +1,6 @@
 #include "platform/wayland/overlay/FullScreenOverlaySurface.h"
 
-#include "platform/wayland/overlay/Toolkit.h"
+#include "platform/wayland/toolkit/Toolkit.h"
 
 #include <QGuiApplication>
 #include <QScreen>

@@ -1,7 +1,7 @@
 #include "platform/wayland/overlay/LayerShellOverlaySurface.h"
 
 #include "platform/wayland/Connection.h"
-#include "platform/wayland/overlay/Toolkit.h"
+#include "platform/wayland/toolkit/Toolkit.h"
 
 #include <QGuiApplication>
 #include <QScreen>

@@ -1,7 +1,7 @@
 #include "platform/wayland/overlay/OutputOverlaySurface.h"
 
 #include "platform/wayland/Outputs.h"
-#include "platform/wayland/overlay/Toolkit.h"
+#include "platform/wayland/toolkit/Toolkit.h"
 
 #include <QEvent>
 #include <QPlatformSurfaceEvent>

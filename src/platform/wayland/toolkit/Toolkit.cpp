@@ -1,4 +1,4 @@
-#include "platform/wayland/overlay/Toolkit.h"
+#include "platform/wayland/toolkit/Toolkit.h"
 
 #include <QGuiApplication>
 #include <QScreen>
