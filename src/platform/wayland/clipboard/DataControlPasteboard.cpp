@@ -2,32 +2,17 @@
 
 #include "platform/wayland/Connection.h"
 #include "platform/wayland/Seat.h"
-#include "platform/wayland/clipboard/PipeWriter.h"
 
-#include <QCoroTimer>
-#include <QDeadlineTimer>
-#include <QPointer>
-
-#include <algorithm>
-#include <chrono>
 #include <utility>
 
 #include <protocols/wlr-data-control-unstable-v1.h>
-#include <unistd.h>
 #include <wayland-client-protocol.h>
-
-using namespace std::chrono_literals;
 
 namespace lumacap::wayland {
 
 namespace {
 
 constexpr std::uint32_t managerVersion = 2;
-
-/// How long a clipboard manager may take to begin to read, and all readers to end.
-constexpr auto beginLimit = 500ms;
-constexpr auto endLimit = 5s;
-constexpr auto betweenLooks = 20ms;
 
 DataControlPasteboard &self(void *data)
 {
@@ -78,7 +63,7 @@ const zwlr_data_control_source_v1_listener &DataControlPasteboard::sourceListene
 {
     static constexpr zwlr_data_control_source_v1_listener listener{
         .send = [](void *data, zwlr_data_control_source_v1 * /*source*/, const char *type,
-                   std::int32_t descriptor) { self(data).send(type, descriptor); },
+                   std::int32_t descriptor) { self(data).m_offered.send(type, descriptor); },
         .cancelled = [](void *data,
                         zwlr_data_control_source_v1 * /*source*/) { self(data).endSource(); },
     };
@@ -110,7 +95,7 @@ void DataControlPasteboard::endDevice()
 void DataControlPasteboard::endSource()
 {
     m_source.reset();
-    m_item.reset();
+    m_offered.reset();
 }
 
 void DataControlPasteboard::clearContents()
@@ -132,39 +117,13 @@ void DataControlPasteboard::write(std::unique_ptr<PasteboardItem> item)
         zwlr_data_control_source_v1_offer(source.get(), type.constData());
     zwlr_data_control_device_v1_set_selection(device(), source.get());
     m_source = std::move(source); // the older one goes when it is no longer the selection
-    m_item = std::move(item);
-    m_sinceWrite.start();
+    m_offered.set(std::move(item));
     m_connection.flush();
-}
-
-void DataControlPasteboard::send(const QByteArray &type, int descriptor)
-{
-    const bool isOffered = m_item && m_item->types().contains(type);
-    const QByteArray bytes = isOffered ? m_item->bytes(type) : QByteArray();
-    if (bytes.isEmpty()) {
-        close(descriptor);
-        return;
-    }
-    auto &writer = *m_writers.emplace_back(std::make_unique<PipeWriter>(descriptor, bytes));
-    // Not within its own signal.
-    connect(
-        &writer, &PipeWriter::ended, this,
-        [this, ended = &writer] {
-            std::erase_if(m_writers, [ended](const auto &one) { return one.get() == ended; });
-        },
-        Qt::QueuedConnection);
-    writer.start();
 }
 
 QCoro::Task<> DataControlPasteboard::handOver()
 {
-    const QPointer self{this};
-    const QDeadlineTimer deadline(endLimit);
-    const auto mayBegin = [this] {
-        return m_source != nullptr && !m_sinceWrite.hasExpired(beginLimit.count());
-    };
-    while (self && (!m_writers.empty() || mayBegin()) && !deadline.hasExpired())
-        co_await QCoro::sleepFor(betweenLooks);
+    return m_offered.handOver();
 }
 
 } // namespace lumacap::wayland

@@ -2,12 +2,9 @@
 
 #include "platform/Pasteboard.h"
 #include "platform/wayland/Owned.h"
-
-#include <QElapsedTimer>
-#include <QObject>
+#include "platform/wayland/clipboard/OfferedItem.h"
 
 #include <memory>
-#include <vector>
 
 struct wl_seat;
 struct zwlr_data_control_device_v1;
@@ -19,13 +16,10 @@ struct zwlr_data_control_source_v1_listener;
 namespace lumacap::wayland {
 
 class Connection;
-class PipeWriter;
 
 /// The clipboard of a compositor that lets programs without a focused window write it, as it does
 /// for clipboard managers.
-class DataControlPasteboard final : public QObject, public Pasteboard {
-    Q_OBJECT
-
+class DataControlPasteboard final : public Pasteboard {
 public:
     /// Whether the compositor does so, and has a seat whose clipboard that is.
     static bool isOffered(const Connection &connection);
@@ -37,8 +31,6 @@ public:
 
     void clearContents() override;
     void write(std::unique_ptr<PasteboardItem> item) override;
-    /// No protocol asks a manager to keep what we offer. One that keeps everything reads it as soon
-    /// as it is written: ends when nobody reads any more, and a moment was left to begin.
     QCoro::Task<> handOver() override;
 
 private:
@@ -47,17 +39,13 @@ private:
     zwlr_data_control_device_v1 *device();
     void endDevice();
     void endSource();
-    void send(const QByteArray &type, int descriptor);
 
     Connection &m_connection;
     Owned<zwlr_data_control_manager_v1> m_manager;
     Owned<wl_seat> m_seat;
     Owned<zwlr_data_control_device_v1> m_device;
     Owned<zwlr_data_control_source_v1> m_source;
-    std::unique_ptr<PasteboardItem> m_item;
-    QElapsedTimer m_sinceWrite;
-    /// To those who read at the moment, also what was replaced meanwhile.
-    std::vector<std::unique_ptr<PipeWriter>> m_writers;
+    OfferedItem m_offered;
 };
 
 } // namespace lumacap::wayland
