@@ -37,12 +37,22 @@ ImageSaver::~ImageSaver() = default;
 
 void ImageSaver::save(const QImage &image)
 {
-    if (m_preferences.copyToClipboard()) {
-        m_pasteboard.clearContents();
-        auto item = std::make_unique<ClipboardImage>(image);
-        m_onPasteboard = item.get();
-        m_pasteboard.write(std::move(item));
-    }
+    copy(image);
+    store(image);
+}
+
+void ImageSaver::copy(const QImage &image)
+{
+    if (!m_preferences.copyToClipboard())
+        return;
+    m_pasteboard.clearContents();
+    auto item = std::make_unique<ClipboardImage>(image);
+    m_onPasteboard = item.get();
+    m_pasteboard.write(std::move(item));
+}
+
+void ImageSaver::store(const QImage &image)
+{
     const bool savesToFile = m_preferences.defaults().boolean(u"saveToFile"_s);
     if (savesToFile && writeFile(image) == FileResult::NotBegun)
         return;

@@ -40,6 +40,10 @@ public:
     /// Never reports a failure. When the file can't be begun, the operation ends without the sound;
     /// a file that fails later is absent, and the sound is played.
     void save(const QImage &image);
+    /// The two halves of it, for who takes a window off the screen between them: some desktops let
+    /// only the window with the keyboard fill the clipboard, and a file takes a while.
+    void copy(const QImage &image);
+    void store(const QImage &image);
 
     /// Holds what it put on the clipboard in as little memory as it can. Takes as long as a PNG.
     void shrink();

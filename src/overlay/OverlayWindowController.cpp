@@ -169,10 +169,13 @@ void OverlayWindowController::handleConfirm()
     if (!m_frozenImage || !m_store || !m_captureScreen)
         return;
     const auto image = finalImage(*m_frozenImage, *m_store, *m_captureScreen);
-    // The overlay goes first: to save a big picture takes a while, in which it would look dead.
+    if (image)
+        m_imageSaver.copy(*image); // while the overlay has the keyboard: some desktops ask for that
+    // The overlay goes before the file: to write a big one takes a while, in which it would look
+    // dead.
     dismissAll();
     if (image)
-        m_imageSaver.save(*image);
+        m_imageSaver.store(*image);
 }
 
 void OverlayWindowController::dismissAll()

@@ -109,6 +109,19 @@ TEST_F(ImageSaverTest, writesThePasteboardBeforeTheFileAndTheFileBeforeTheSound)
     EXPECT_THAT(filesAtTheSound, ElementsAre(u"Lumacap_2024-03-07_14-05-09.png"_s));
 }
 
+TEST_F(ImageSaverTest, isDoneInTwoHalves)
+{
+    store(u"saveToFile"_s, true);
+
+    saver.copy(filled(Qt::red));
+    EXPECT_THAT(journal, ElementsAre(u"clear"_s, u"write"_s));
+    EXPECT_THAT(files(), IsEmpty());
+
+    saver.store(filled(Qt::red));
+    EXPECT_THAT(journal, ElementsAre(u"clear"_s, u"write"_s, u"sound"_s));
+    EXPECT_THAT(files(), ElementsAre(u"Lumacap_2024-03-07_14-05-09.png"_s));
+}
+
 TEST_F(ImageSaverTest, offersThePictureItself)
 {
     saver.save(filled(Qt::red));

@@ -204,7 +204,7 @@ TEST_P(ConfirmKeyTest, confirmsAtOnceAndSavesTheSelection)
 
     EXPECT_TRUE(m_surface.widgets.empty());
     EXPECT_EQ(saved().size(), QSize(100, 50));
-    EXPECT_EQ(m_journal, (QStringList{u"uncover"_s, u"clear"_s, u"write"_s, u"sound"_s}));
+    EXPECT_EQ(m_journal, (QStringList{u"clear"_s, u"write"_s, u"uncover"_s, u"sound"_s}));
     EXPECT_FALSE(m_windows.isFollowing);
 }
 
@@ -219,7 +219,7 @@ TEST_F(OverlayWindowControllerTest, aSecondReturnBeforeTheWindowHasGoneSavesNoth
     pointer.key(Qt::Key_Return);
     pointer.key(Qt::Key_Return);
 
-    EXPECT_EQ(m_journal, (QStringList{u"uncover"_s, u"clear"_s, u"write"_s, u"sound"_s}));
+    EXPECT_EQ(m_journal, (QStringList{u"clear"_s, u"write"_s, u"uncover"_s, u"sound"_s}));
 }
 
 TEST_F(OverlayWindowControllerTest, aConfirmWithoutASelectionSavesTheWholeScreen)
