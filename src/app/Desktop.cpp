@@ -158,6 +158,7 @@ constexpr auto pasteboards = std::to_array<Row<Pasteboard>>({
     {"x11", x11::isOffered, x11::pasteboard},
     {"data-control", wayland::controlsData, wayland::dataControl},
     {"xwayland", gnome::runsXServer, gnome::pasteboard},
+    {"toolkit", wayland::copiesFromWindows, wayland::toolkitPasteboard}, // for want of a better
     {"none", always, plain<Pasteboard, AbsentPasteboard>},
 });
 

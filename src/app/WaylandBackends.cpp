@@ -4,6 +4,7 @@
 #include "platform/wayland/ProbePointerFinder.h"
 #include "platform/wayland/WaylandScreens.h"
 #include "platform/wayland/clipboard/DataControlPasteboard.h"
+#include "platform/wayland/clipboard/ToolkitPasteboard.h"
 #include "platform/wayland/overlay/FullScreenOverlaySurface.h"
 #include "platform/wayland/overlay/LayerShellOverlaySurface.h"
 #include "platform/wlroots/ScreencopyScreenCapture.h"
@@ -40,6 +41,11 @@ bool controlsData(const Session &session)
     return isOffered(session) && DataControlPasteboard::isOffered(*session.wayland());
 }
 
+bool copiesFromWindows(const Session &session)
+{
+    return isOffered(session) && ToolkitPasteboard::isOffered(*session.wayland());
+}
+
 std::unique_ptr<ScreenCapture> screencopy(const Session &session)
 {
     return std::make_unique<wlroots::ScreencopyScreenCapture>(*session.wayland(),
@@ -64,6 +70,11 @@ std::unique_ptr<OverlaySurface> fullScreenSurface(const Session &session)
 std::unique_ptr<Pasteboard> dataControl(const Session &session)
 {
     return std::make_unique<DataControlPasteboard>(*session.wayland());
+}
+
+std::unique_ptr<Pasteboard> toolkitPasteboard(const Session & /*session*/)
+{
+    return std::make_unique<ToolkitPasteboard>();
 }
 
 } // namespace lumacap::wayland

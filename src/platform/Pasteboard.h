@@ -31,7 +31,9 @@ public:
 
     /// Empties the pasteboard, whoever filled it.
     virtual void clearContents() = 0;
-    /// Offers `item` until something else is copied. No window of ours needs the focus.
+    /// Offers `item` until something else is copied. No window of ours needs the focus, unless the
+    /// desktop asks for it: then, without it, the clipboard stays as it was, and a line on standard
+    /// error says so.
     virtual void write(std::unique_ptr<PasteboardItem> item) = 0;
     /// Hands what we still offer to the desktop's clipboard manager, so that it outlives the
     /// program. Ends when that is done, at once where there is no manager, after a few seconds
