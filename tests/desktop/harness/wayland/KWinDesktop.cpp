@@ -12,6 +12,7 @@
 #include <QJsonObject>
 #include <QStandardPaths>
 
+#include <algorithm>
 #include <cmath>
 #include <stdexcept>
 
@@ -60,6 +61,7 @@ KWinDesktop::KWinDesktop(const KWinOptions &options)
     }
     for (const auto &[variable, value] : options.environment)
         set(variable, value);
+    writeSettings();
     // The installed program has a capability that containers do not grant; a copy has none.
     const QString copy = folder(u"bin"_s) + u"/kwin_wayland"_s;
     QFile::copy(QStandardPaths::findExecutable(u"kwin_wayland"_s), copy);
@@ -78,6 +80,40 @@ KWinDesktop::KWinDesktop(const KWinOptions &options)
             throw std::runtime_error("KWin ended: " + m_kwin->errors().toStdString());
         const QDBusReply<QString> reply = m_connection.call(screenshots);
         return reply.isValid() && reply.value().contains(u"CaptureScreen"_s);
+    });
+    arrange(options);
+}
+
+/// Plasma 6 holds the pointer back where one output ends and the next begins.
+void KWinDesktop::writeSettings() const
+{
+    QFile file(QString::fromLocal8Bit(environment().at("XDG_CONFIG_HOME")) + u"/kwinrc"_s);
+    const QByteArray free = "[EdgeBarrier]\nEdgeBarrier=0\nCornerBarrier=false\n";
+    if (!file.open(QIODevice::WriteOnly) || file.write(free) != free.size())
+        throw std::runtime_error("no settings for KWin");
+}
+
+/// Plasma 6 does not keep to the scale that it is started with.
+void KWinDesktop::arrange(const KWinOptions &options)
+{
+    if (options.scale == 1)
+        return; // as it is by itself
+    QStringList changes;
+    int left = 0;
+    bool isAsAsked = true;
+    for (const TestOutput &output : outputs()) {
+        changes << u"output.%1.scale.%2"_s.arg(output.name).arg(options.scale)
+                << u"output.%1.position.%2,0"_s.arg(output.name).arg(left);
+        left += options.size.width();
+        isAsAsked = isAsAsked && output.frame.size() == options.size;
+    }
+    if (isAsAsked)
+        return;
+    configure(changes);
+    require("the scale", [&] {
+        return std::ranges::all_of(outputs(), [&options](const TestOutput &output) {
+            return output.frame.size() == options.size;
+        });
     });
 }
 

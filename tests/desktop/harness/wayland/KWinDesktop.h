@@ -44,6 +44,9 @@ public:
     void end() const { m_kwin->terminate(); }
 
 private:
+    void writeSettings() const;
+    void arrange(const KWinOptions &options);
+
     Process *m_kwin = nullptr;
     QString m_connectionName;
     QDBusConnection m_connection;
