@@ -126,6 +126,19 @@ TEST_F(KWinWindowListTest, aMinimisedWindowIsLeftOut)
     expectTitles({"stays"});
 }
 
+TEST_F(KWinWindowListTest, whatIsHiddenToShowTheDesktopIsLeftOut)
+{
+    open("first");
+    open("second");
+    invoke(u"Show Desktop"_s);
+    follow();
+    require("a list", [&] { return !list->history().empty(); });
+    expectTitles({});
+    invoke(u"Show Desktop"_s);
+    follow(); // KWin 5.27 tells no script of the change
+    expectTitles({"second", "first"});
+}
+
 TEST_F(KWinWindowListTest, aMovedWindowIsWhereItIs)
 {
     open("moves");

@@ -40,9 +40,15 @@ function isInCurrentActivity(window) {
     return activities.length === 0 || !current || activities.indexOf(current) >= 0;
 }
 
+// What KWin leaves on the screen when it shows the desktop: no window tells whether it is hidden.
+function staysOnDesktop(window) {
+    return window.managed === false || window.dock || window.desktopWindow || window.inputMethod;
+}
+
 function isShown(window) {
-    return !window.deleted && !window.minimized && !window.hidden && !window.hiddenByShowDesktop
-        && !window.shade && isOnCurrentDesktop(window) && isInCurrentActivity(window);
+    return !window.deleted && !window.minimized && !window.hidden && !window.shade
+        && (!showsDesktop || staysOnDesktop(window)) && isOnCurrentDesktop(window)
+        && isInCurrentActivity(window);
 }
 
 function kindOf(window) {
@@ -65,7 +71,21 @@ function factsOf(window) {
     };
 }
 
+// Once more where the desktop is shown, or is not any more, which scripts have to ask for: 5 tells
+// none of the change.
+var showsDesktop = false;
 function tellAll() {
+    tellShown();
+    callDBus("org.kde.KWin", "/KWin", "org.freedesktop.DBus.Properties", "Get", "org.kde.KWin",
+             "showingDesktop", function (answer) {
+        if (showsDesktop !== !!answer) {
+            showsDesktop = !!answer;
+            tellShown();
+        }
+    });
+}
+
+function tellShown() {
     var windows = all();
     var facts = [];
     for (var i = 0; i < windows.length; ++i) {
