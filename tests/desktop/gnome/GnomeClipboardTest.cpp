@@ -88,7 +88,7 @@ TEST_F(GnomeClipboard, outlivesTheAgent)
     copy();
     ASSERT_TRUE(isPasted());
 
-    EXPECT_EQ(agent().process().terminate(), Ending{});
+    EXPECT_EQ(agent().process().terminate(usualLimit), Ending{});
 
     EXPECT_TRUE(isPasted());
 }

@@ -118,7 +118,7 @@ TEST_F(GnomeHotkeys, standBesideThePersonsOwnAndGoWithTheAgent)
     ASSERT_TRUE(becomes(ownAnd({u"full-screen"_s, u"selection"_s})));
     EXPECT_EQ(value(u"lumacap-full-screen"_s, u"binding"_s), u"'<Control><Shift>0x0a'"_s);
 
-    EXPECT_EQ(agent().process().terminate(), Ending{});
+    EXPECT_EQ(agent().process().terminate(usualLimit), Ending{});
 
     EXPECT_EQ(list(), ownAnd({}));
     EXPECT_EQ(value(u"lumacap-full-screen"_s, u"command"_s), u"''"_s);
@@ -135,7 +135,7 @@ TEST_F(GnomeHotkeys, leaveThePersonWhatWasAddedMeanwhile)
     desktop().changeSetting(mediaKeys, u"custom-keybindings"_s,
                             QString(ours).replace(u"]"_s, u", "_s + entry + u']'));
 
-    EXPECT_EQ(agent().process().terminate(), Ending{});
+    EXPECT_EQ(agent().process().terminate(usualLimit), Ending{});
 
     EXPECT_EQ(list(), u'[' + entry + u']');
 }
@@ -166,7 +166,7 @@ TEST_F(GnomeHotkeys, ofAKilledAgentAreReplaced)
 
     EXPECT_TRUE(becomes(ownAnd({u"full-screen"_s, u"selection"_s})));
     EXPECT_TRUE(takesAPicture());
-    EXPECT_EQ(agent().process().terminate(), Ending{});
+    EXPECT_EQ(agent().process().terminate(usualLimit), Ending{});
     EXPECT_EQ(list(), ownAnd({}));
 }
 

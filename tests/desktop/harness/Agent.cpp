@@ -7,6 +7,10 @@
 #include <QDBusMessage>
 #include <QDBusReply>
 
+#include <csignal>
+
+#include <gtest/gtest.h>
+
 namespace lumacap::harness {
 
 using namespace Qt::StringLiterals;
@@ -44,6 +48,10 @@ Agent::Agent(TestDesktop &desktop, const QStringList &arguments, const QStringLi
 
 Agent::~Agent()
 {
+    // A broken rule, or what a sanitizer found, perhaps only at the end: whatever the test looked
+    // at.
+    if (m_process->terminate(usualLimit).signal == SIGABRT)
+        ADD_FAILURE() << "the agent aborted: " << m_process->errors().toStdString();
     m_desktop.stop(*m_process);
     QDBusConnection::disconnectFromBus(m_connectionName);
 }

@@ -14,6 +14,7 @@ public:
     explicit Agent(TestDesktop &desktop, const QStringList &arguments = {},
                    const QStringList &wrapper = {});
     Q_DISABLE_COPY_MOVE(Agent)
+    /// Ends it; the test fails where it has aborted.
     ~Agent();
 
     /// Waits until the process owns the program's bus name; throws when it does not.

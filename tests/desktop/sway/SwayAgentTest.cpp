@@ -83,7 +83,7 @@ TEST_F(SwayAgent, isReachedByTheCommandThatAPersonBinds)
 TEST_F(SwayAgent, leavesNoBindingBehindWhenItIsTerminated)
 {
     ASSERT_TRUE(takesAPicture());
-    EXPECT_EQ(m_agent->process().terminate(), Ending{});
+    EXPECT_EQ(m_agent->process().terminate(usualLimit), Ending{});
     EXPECT_FALSE(isBound(u"Ctrl+Shift+10"_s));
     EXPECT_FALSE(isBound(u"Ctrl+Shift+11"_s));
 }
@@ -99,7 +99,7 @@ TEST_F(SwayAgent, leavesNoBindingBehindWhenItIsTerminatedInAnotherMode)
 {
     ASSERT_TRUE(takesAPicture());
     m_desktop.command(u"mode other"_s);
-    EXPECT_EQ(m_agent->process().terminate(), Ending{});
+    EXPECT_EQ(m_agent->process().terminate(usualLimit), Ending{});
     EXPECT_TRUE(m_desktop.answer(u"get_binding_state"_s).contains("other"));
     m_desktop.command(u"mode default"_s);
     EXPECT_FALSE(isBound(u"Ctrl+Shift+10"_s));
