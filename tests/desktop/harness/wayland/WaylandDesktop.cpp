@@ -66,7 +66,7 @@ QList<QByteArray> WaylandDesktop::clipboardTypes()
 {
     // It waits for ever where nobody has put anything on some compositors' clipboards.
     const Process reader({u"wl-paste"_s, u"--list-types"_s}, environment(), newLog(u"types"_s));
-    const auto end = reader.waitForEnd(std::chrono::seconds(3));
+    const auto end = reader.waitForEnd(std::chrono::seconds(6));
     const QByteArray list = end == Ending{} ? reader.output().trimmed() : QByteArray();
     return list.isEmpty() ? QList<QByteArray>() : list.split('\n');
 }
