@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 #include <ranges>
 
 namespace lumacap {
@@ -53,29 +54,37 @@ QRegion outlineChange(const OverlayScene &before, const OverlayScene &after,
     return pixels + clearBefore.xored(clearAfter);
 }
 
-QRegion labelPixels(const OverlayScene &scene, const CanvasMeasure &canvas)
+/// Both, or the box around them where it is little more: that costs less than more rectangles do.
+QRegion together(const QRect &one, const QRect &other)
 {
-    const auto background = scene.label ? scene.label->background() : std::nullopt;
-    return background ? QRegion(pixelsUnder(*background, canvas)) : QRegion();
+    const auto area = [](const QRect &rect) { return std::int64_t{rect.width()} * rect.height(); };
+    const QRect box = one | other;
+    return area(box) <= 2 * (area(one) + area(other)) ? QRegion(box) : QRegion(one) + other;
 }
 
-QRegion pointerPixels(const OverlayScene &scene, const CanvasMeasure &canvas)
+QRect labelPixels(const OverlayScene &scene, const CanvasMeasure &canvas)
+{
+    const auto background = scene.label ? scene.label->background() : std::nullopt;
+    return background ? pixelsUnder(*background, canvas) : QRect();
+}
+
+QRect crossPixels(const OverlayScene &scene, const CanvasMeasure &canvas)
 {
     if (!scene.pointer)
         return {};
+    constexpr double reach = pointerlook::armEnd;
+    return pixelsUnder(
+        {{scene.pointer->x - reach, scene.pointer->y - reach}, {2 * reach, 2 * reach}}, canvas);
+}
+
+QRegion guidePixels(const OverlayScene &scene, const CanvasMeasure &canvas)
+{
+    if (!scene.pointer || scene.guideLines == GuideLines::Hidden)
+        return {};
     const Point<Canvas> at = *scene.pointer;
-    const auto around = [&](double x, double y) {
-        return pixelsUnder({{at.x - x, at.y - y}, {2 * x, 2 * y}}, canvas);
-    };
-    // Two bars, not the square around them, for the cross and for the lines alike.
-    QRegion pixels = around(pointerlook::armEnd, pointerlook::outerWidth / 2);
-    pixels += around(pointerlook::outerWidth / 2, pointerlook::armEnd);
-    if (scene.guideLines == GuideLines::Shown) {
-        const double half = pointerlook::guideWidth / 2;
-        pixels += pixelsUnder({{0, at.y - half}, {canvas.size.width, 2 * half}}, canvas);
-        pixels += pixelsUnder({{at.x - half, 0}, {2 * half, canvas.size.height}}, canvas);
-    }
-    return pixels;
+    const double half = pointerlook::guideWidth / 2;
+    return QRegion(pixelsUnder({{0, at.y - half}, {canvas.size.width, 2 * half}}, canvas))
+        + pixelsUnder({{at.x - half, 0}, {2 * half, canvas.size.height}}, canvas);
 }
 
 QRegion joined(const DrawnPixels &pixels)
@@ -161,9 +170,11 @@ QRegion changedPixels(const OverlayScene &before, const OverlayScene &after,
     pixels += annotationsChange(before, after);
     pixels += inProgressChange(before, after);
     if (before.label != after.label)
-        pixels += labelPixels(before, canvas) + labelPixels(after, canvas);
+        pixels += together(labelPixels(before, canvas), labelPixels(after, canvas));
+    if (before.pointer != after.pointer)
+        pixels += together(crossPixels(before, canvas), crossPixels(after, canvas));
     if (before.pointer != after.pointer || before.guideLines != after.guideLines)
-        pixels += pointerPixels(before, canvas) + pointerPixels(after, canvas);
+        pixels += guidePixels(before, canvas) + guidePixels(after, canvas);
     return pixels & allPixels(canvas);
 }
 

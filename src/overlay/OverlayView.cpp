@@ -154,6 +154,10 @@ void OverlayView::redisplay()
     m_shown = next;
     runAnimation();
     const QSizeF ratio = pixelsAUnit();
+    if (ratio == QSizeF(1, 1)) {
+        update(pixels);
+        return;
+    }
     for (const QRect &rect : pixels) {
         const QRectF shown(rect.x() / ratio.width(), rect.y() / ratio.height(),
                            rect.width() / ratio.width(), rect.height() / ratio.height());
