@@ -19,6 +19,7 @@
 #include <chrono>
 #include <cmath>
 #include <ranges>
+#include <utility>
 
 using namespace std::chrono_literals;
 
@@ -94,12 +95,14 @@ void OverlayView::runAnimation()
         m_animationTimer.stop();
 }
 
+/// While an area is dragged out each step draws the whole line anyway, and has it crawl as well.
 void OverlayView::advanceAnts()
 {
     if (!selectionRectForDisplay())
         return;
-    m_marchingAntsPhase = nextAntsPhase(m_marchingAntsPhase);
-    redisplay();
+    m_isCrawlDue = true;
+    if (!std::exchange(m_hasDraggedSinceTick, false))
+        redisplay();
 }
 
 /// The words under the rectangle, as they were laid out if they are there already.
@@ -148,6 +151,8 @@ void OverlayView::annotationsChanged()
 
 void OverlayView::redisplay()
 {
+    if (std::exchange(m_isCrawlDue, false))
+        m_marchingAntsPhase = nextAntsPhase(m_marchingAntsPhase);
     const OverlayScene next = scene();
     const QRegion pixels = changedPixels(m_shown, next, m_canvas);
     paintOverlay(m_picture, m_frozenImage, m_dimmedImage, next, m_canvas, pixels);

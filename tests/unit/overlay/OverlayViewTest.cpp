@@ -391,6 +391,21 @@ TEST_F(OverlayViewTest, theLineCrawlsOnlyWhileThereIsSomethingToOutline)
     EXPECT_FALSE(QTest::qWaitFor([&] { return m_view->picture() != ended; }, 150));
 }
 
+TEST_F(OverlayViewTest, theLineCrawlsWhileAnAreaIsDraggedOutAndWhileTheDragRests)
+{
+    m_pointer->press(100, 80);
+    m_pointer->move(250, 200);
+    const QImage dragged = m_view->picture();
+    EXPECT_TRUE(QTest::qWaitFor([&] {
+        m_pointer->move(251, 200);
+        m_pointer->move(250, 200);
+        return m_view->picture() != dragged;
+    }));
+
+    const QImage resting = m_view->picture();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return m_view->picture() != resting; }));
+}
+
 TEST_F(OverlayViewTest, onASecondScreenOfAnotherDensityPointsAreItsOwn)
 {
     // The first screen has factor 2 and 540 units; this one, right of it, factor 1.
