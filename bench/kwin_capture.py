@@ -1,6 +1,5 @@
 """What a capture costs on KWin before any program has its pixels: one call of the interface that all of them use."""
 
-import ctypes
 import os
 import threading
 import time
