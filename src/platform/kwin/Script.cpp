@@ -83,7 +83,12 @@ Script::Script(QDBusConnection bus, QString name, QByteArray source)
 Script::~Script()
 {
     if (m_isKnownToKWin)
-        m_bus.send(unloadCall(m_name));
+        unload(m_bus, m_name);
+}
+
+void Script::unload(const QDBusConnection &bus, const QString &name)
+{
+    bus.send(unloadCall(name));
 }
 
 QCoro::Task<std::optional<QString>> Script::run(QDeadlineTimer deadline)

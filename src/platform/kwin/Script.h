@@ -25,6 +25,10 @@ public:
     /// Takes the script out of KWin.
     ~Script() override;
 
+    /// Takes a script of that name out of KWin, if there is one: a process that was killed leaves
+    /// its own there.
+    static void unload(const QDBusConnection &bus, const QString &name);
+
     /// Runs the script, once. What it tells first; nothing where it does not until `deadline`.
     QCoro::Task<std::optional<QString>> run(QDeadlineTimer deadline);
 

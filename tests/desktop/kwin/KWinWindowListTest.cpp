@@ -200,5 +200,18 @@ TEST_F(KWinWindowListTest, whatAKilledProcessLeftIsReplaced)
     expectTitles({"another", "window"});
 }
 
+TEST_F(KWinWindowListTest, whatAKilledProcessLeftGoesWhenAnAgentStarts)
+{
+    open("window");
+    follow();
+    expectTitles({"window"});
+    list->process().send(SIGKILL);
+    require("the end", [&] { return list->process().ending().has_value(); });
+    EXPECT_TRUE(isFollowing());
+    Agent agent(desktop);
+    agent.requireReady();
+    EXPECT_TRUE(waitFor([&] { return !isFollowing(); }));
+}
+
 } // namespace
 } // namespace lumacap::harness

@@ -18,6 +18,8 @@ namespace {
 /// It takes some milliseconds, unless KWin is busy. A list that comes later is kept all the same.
 constexpr auto limit = 1s;
 
+const auto scriptName = u"lumacap-windows"_s;
+
 } // namespace
 
 KWinWindowList::KWinWindowList(const wayland::Outputs &outputs, const ApplicationNames &names,
@@ -26,6 +28,7 @@ KWinWindowList::KWinWindowList(const wayland::Outputs &outputs, const Applicatio
     , m_names(names)
     , m_bus(std::move(bus))
 {
+    Script::unload(m_bus, scriptName);
     connect(&outputs, &wayland::Outputs::changed, this, [this] {
         if (m_script)
             keep(m_told);
@@ -36,7 +39,7 @@ KWinWindowList::~KWinWindowList() = default;
 
 QCoro::Task<> KWinWindowList::prepare()
 {
-    m_script = std::make_unique<Script>(m_bus, u"lumacap-windows"_s, windowScript());
+    m_script = std::make_unique<Script>(m_bus, scriptName, windowScript());
     connect(m_script.get(), &Script::told, this, &KWinWindowList::keep);
     co_await m_script->run(QDeadlineTimer(limit));
 }

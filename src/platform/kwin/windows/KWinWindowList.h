@@ -24,7 +24,8 @@ class KWinWindowList final : public QObject, public WindowList {
     Q_OBJECT
 
 public:
-    /// Borrows `outputs` and `names`, which outlive the object; KWin is on `bus`.
+    /// Borrows `outputs` and `names`, which outlive the object; KWin is on `bus`. Takes out of it
+    /// what a process that was killed while it followed left there.
     KWinWindowList(const wayland::Outputs &outputs, const ApplicationNames &names,
                    QDBusConnection bus);
     Q_DISABLE_COPY_MOVE(KWinWindowList)
