@@ -8,6 +8,7 @@
 #include <QCoreApplication>
 #include <QDBusMessage>
 #include <QDBusMetaType>
+#include <QDBusObjectPath>
 #include <QDBusReply>
 #include <QFile>
 
@@ -106,6 +107,13 @@ struct KWinHotkeyTest : testing::Test {
             .value();
     }
 
+    /// Whether the settings name the program at all.
+    bool isKnown(const QString &component)
+    {
+        const QDBusReply<QList<QDBusObjectPath>> all =
+            ask(u"/kglobalaccel"_s, u"org.kde.KGlobalAccel"_s, u"allComponents"_s);
+        return all.value().contains(QDBusObjectPath(u"/component/"_s + component));
+    }
     QString titleOf(const QString &component)
     {
         return QDBusReply<QVariant>(ask(u"/component/"_s + component,
@@ -178,9 +186,11 @@ TEST_F(KWinHotkeyTest, anAgentThatEndsLeavesNone)
     Agent agent(*desktop);
     agent.requireReady();
     EXPECT_TRUE(waitFor([&] { return actionsOf(u"app_lumacap_Lumacap"_s).size() == 2; }));
+    EXPECT_TRUE(isKnown(u"app_lumacap_Lumacap"_s));
     ASSERT_TRUE(agent.activate(u"quit"_s));
     EXPECT_EQ(agent.process().waitForEnd(std::chrono::seconds(20)), Ending{});
     EXPECT_TRUE(waitFor([&] { return actionsOf(u"app_lumacap_Lumacap"_s).isEmpty(); }));
+    EXPECT_TRUE(waitFor([&] { return !isKnown(u"app_lumacap_Lumacap"_s); }));
 }
 
 TEST_F(KWinHotkeyTest, whatAnotherProgramHasStaysItsOwn)
