@@ -95,12 +95,12 @@ void OverlayView::runAnimation()
         m_animationTimer.stop();
 }
 
-/// While an area is dragged out each step draws the whole line anyway, and has it crawl as well.
+/// While an area is dragged out each step draws the whole line anyway.
 void OverlayView::advanceAnts()
 {
     if (!selectionRectForDisplay())
         return;
-    m_isCrawlDue = true;
+    m_marchingAntsPhase = nextAntsPhase(m_marchingAntsPhase);
     if (!std::exchange(m_hasDraggedSinceTick, false))
         redisplay();
 }
@@ -151,8 +151,6 @@ void OverlayView::annotationsChanged()
 
 void OverlayView::redisplay()
 {
-    if (std::exchange(m_isCrawlDue, false))
-        m_marchingAntsPhase = nextAntsPhase(m_marchingAntsPhase);
     const OverlayScene next = scene();
     const QRegion pixels = changedPixels(m_shown, next, m_canvas);
     paintOverlay(m_picture, m_frozenImage, m_dimmedImage, next, m_canvas, pixels);
