@@ -21,12 +21,14 @@ WestonDesktop::WestonDesktop(const WestonOptions &options)
     const QString name = u"wayland-weston"_s;
     // The switch for debugging lets programs take pictures, which is for the test's own eyes: the
     // program under test does not know the protocol.
-    m_weston = &start(u"weston"_s,
-                      {u"weston"_s, u"--backend=headless-backend.so"_s, u"--use-pixman"_s,
-                       u"--debug"_s, u"--no-config"_s, u"--idle-time=0"_s, u"--socket="_s + name,
-                       u"--width=%1"_s.arg(options.pixels.width() / options.scale),
-                       u"--height=%1"_s.arg(options.pixels.height() / options.scale),
-                       u"--scale=%1"_s.arg(options.scale)});
+    m_weston =
+        &start(u"weston"_s,
+               backend()
+                   + QStringList{u"--use-pixman"_s, u"--debug"_s, u"--no-config"_s,
+                                 u"--idle-time=0"_s, u"--socket="_s + name,
+                                 u"--width=%1"_s.arg(options.pixels.width() / options.scale),
+                                 u"--height=%1"_s.arg(options.pixels.height() / options.scale),
+                                 u"--scale=%1"_s.arg(options.scale)});
     set("WAYLAND_DISPLAY", name.toLocal8Bit());
     require("weston", [this] {
         if (m_weston->ending())
@@ -40,6 +42,18 @@ WestonDesktop::~WestonDesktop()
     stopAll(); // before the folders go
 }
 
+/// Its command line as far as that.
+QStringList WestonDesktop::backend()
+{
+    if (m_options.seat == Seat::Absent)
+        return {u"weston"_s, u"--backend=headless-backend.so"_s};
+    m_server = std::make_unique<XServer>(ServerOptions{.size = m_options.pixels}, folder(u"x"_s),
+                                         environment());
+    m_input = std::make_unique<XInput>(m_server->display());
+    return {u"env"_s, u"DISPLAY="_s + QString::fromLatin1(m_server->display()), u"weston"_s,
+            u"--backend=x11-backend.so"_s};
+}
+
 std::vector<TestOutput> WestonDesktop::outputs()
 {
     return {{u"any"_s, m_options.pixels, QRect({}, m_options.pixels / m_options.scale)}};
@@ -47,7 +61,9 @@ std::vector<TestOutput> WestonDesktop::outputs()
 
 Input &WestonDesktop::input()
 {
-    throw std::logic_error("weston has no seat");
+    if (!m_input)
+        throw std::logic_error("weston has no seat");
+    return *m_input;
 }
 
 QImage WestonDesktop::look(const QString & /*output*/)
