@@ -26,9 +26,9 @@ public:
     template <typename ToPixel>
     PixelShares(std::span<const Interval> intervals, int count, ToPixel toPixel)
     {
-        const auto toParts = [&](double place) {
-            return static_cast<int>(std::clamp<double>(toPixel(place) * parts, 0, count * parts)
-                                    + 0.5);
+        const auto toParts = [&](double place) { // the nearest, without a call of the library
+            const double halves = std::clamp<double>(toPixel(place), 0, count) * parts * 2;
+            return (static_cast<int>(halves) + 1) / 2;
         };
         int first = count * parts;
         int last = 0;
