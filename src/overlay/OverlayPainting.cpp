@@ -68,7 +68,7 @@ struct Lines {
 
 void paintAnts(const Lines &lines, const OverlayScene &scene)
 {
-    if (!scene.outline)
+    if (!scene.outline || !isFinite(*scene.outline))
         return;
     lines.draw(antDashes(*scene.outline, scene.antsPhase), Qt::white);
     lines.draw(antDashes(*scene.outline, scene.antsPhase + look::blackAntsAhead), Qt::black);

@@ -137,6 +137,17 @@ TEST(OverlayPainting, guideLinesRunToTheEdgesWithAGapAroundThePointer)
     }
 }
 
+TEST(OverlayPainting, anEndlessOutlineIsClearAndHasNoLine)
+{
+    const Overlay overlay(1);
+    const QImage picture = overlay.shown({.outline = Rect<Canvas>{{40, 30}, {HUGE_VAL, 50}}});
+
+    for (int x = 0; x < points.width(); ++x) {
+        const QImage &expected = x < 40 ? overlay.veil : overlay.frozen;
+        EXPECT_EQ(picture.pixel(x, 120 - 31), expected.pixel(x, 120 - 31)) << x;
+    }
+}
+
 TEST(OverlayPainting, labelIsWhiteOnADarkGround)
 {
     const Overlay overlay(2);
