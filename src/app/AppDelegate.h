@@ -31,7 +31,7 @@ public:
     ~AppDelegate() override;
     Q_DISABLE_COPY_MOVE(AppDelegate)
 
-    /// Builds the long-lived objects. Called once, when the event loop runs.
+    /// Builds the long-lived objects. Called once, before the event loop runs.
     void applicationDidFinishLaunching();
 
     /// Drops both shortcuts and registers them as they are stored; the menu shows them from then

@@ -2,8 +2,6 @@
 
 #include "platform/freedesktop/ApplicationId.h"
 
-#include <QCoroDBusPendingCall>
-
 #include <chrono>
 #include <utility>
 
@@ -39,19 +37,22 @@ ApplicationInterface::ApplicationInterface(QObject *owner, QDBusConnection bus)
 {
 }
 
-QCoro::Task<ApplicationInterface::Claim> ApplicationInterface::claimName()
+ApplicationInterface::Claim ApplicationInterface::claimName()
 {
     // The object first: whoever sees the name may call at once.
     if (!m_bus.isConnected() || !m_bus.registerObject(objectPath, parent()))
-        co_return Claim::NoBus;
+        return Claim::NoBus;
     QDBusMessage request = callOfTheBus(u"RequestName"_s);
     request << serviceName << doNotQueue;
-    const QDBusPendingCall call = m_bus.asyncCall(request, static_cast<int>(busLimit.count()));
-    const QDBusMessage reply = co_await call;
+    const QDBusMessage reply =
+        m_bus.call(request, QDBus::Block, static_cast<int>(busLimit.count()));
     if (reply.type() != QDBusMessage::ReplyMessage || reply.arguments().isEmpty())
-        co_return Claim::NoBus;
+        return Claim::NoBus;
     const uint answer = reply.arguments().first().toUInt();
-    co_return answer == primaryOwner || answer == alreadyOwner ? Claim::Owned : Claim::Taken;
+    if (answer == primaryOwner || answer == alreadyOwner)
+        return Claim::Owned;
+    m_bus.unregisterObject(objectPath); // so that it can be exported again
+    return Claim::Taken;
 }
 
 void ApplicationInterface::release()

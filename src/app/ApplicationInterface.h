@@ -2,7 +2,6 @@
 
 #include "app/Command.h"
 
-#include <QCoroTask>
 #include <QDBusAbstractAdaptor>
 #include <QDBusConnection>
 #include <QDBusMessage>
@@ -37,8 +36,9 @@ public:
     /// The object is exported as a part of `owner`.
     ApplicationInterface(QObject *owner, QDBusConnection bus);
 
-    /// Exports the object and asks for the bus name.
-    QCoro::Task<Claim> claimName();
+    /// Exports the object and asks for the bus name. Waits for the bus, at most five seconds: to be
+    /// called before there is a loop that this could hold up.
+    Claim claimName();
 
     /// Gives the face up at once, so that the next start finds no agent here.
     void release();

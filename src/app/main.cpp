@@ -9,7 +9,6 @@
 #include "app/Session.h"
 #include "app/TerminationSignals.h"
 #include "app/Watchdog.h"
-#include "platform/Spawn.h"
 #include "preferences/storage/PreferencesStorage.h"
 
 #include <QApplication>
@@ -99,17 +98,17 @@ int run(const CaptureToFile &request, int &argc, char **argv)
     return EXIT_FAILURE;
 }
 
-/// Gives the command to the agent that runs; nothing when none does, so that this process becomes
-/// it.
+/// Gives the command to the agent that runs; nothing when none does.
 std::optional<int> handOver(std::optional<Command> command, int &argc, char **argv)
 {
     // Without a GUI application, so that the agent has its command within a few milliseconds.
     const QCoreApplication application(argc, argv);
     const Watchdog watchdog(busLimit, "lumacap: the session bus does not answer\n", EXIT_FAILURE);
-    const QString name = u"hand-over"_s;
-    const HandOver done = QCoro::waitFor(handOverToRunningAgent(
-        QDBusConnection::connectToBus(QDBusConnection::SessionBus, name), command));
-    QDBusConnection::disconnectFromBus(name);
+    const QDBusConnection bus = QDBusConnection::sessionBus();
+    // The toolkit delivers nothing on this connection before it has run its own event, which would
+    // go with this application if everything were answered sooner.
+    QCoreApplication::sendPostedEvents();
+    const HandOver done = QCoro::waitFor(handOverToRunningAgent(bus, command));
     // What the answered call left to be deleted later: this application's loop does not run again.
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     switch (done) {
@@ -124,26 +123,6 @@ std::optional<int> handOver(std::optional<Command> command, int &argc, char **ar
     return std::nullopt;
 }
 
-/// Makes this process the agent and launches it. Where another became the agent meanwhile, that one
-/// has the command, and this process ends.
-QCoro::Task<> launch(AppDelegate &delegate, ApplicationInterface &interface,
-                     std::optional<Command> command)
-{
-    while (co_await interface.claimName() == ApplicationInterface::Claim::Taken) {
-        const auto done = co_await handOverToRunningAgent(QDBusConnection::sessionBus(), command);
-        if (done == HandOver::NobodyRuns)
-            continue; // it ended at that moment
-        if (done == HandOver::Refused)
-            sayOnStandardError(refusedCommand);
-        QCoreApplication::exit(done == HandOver::Accepted ? EXIT_SUCCESS : EXIT_FAILURE);
-        co_return;
-    }
-    delegate.applicationDidFinishLaunching();
-    interface.setHandler([&delegate](Command asked) { delegate.perform(asked); });
-    if (command)
-        delegate.perform(*command);
-}
-
 /// The autostart entry starts the agent; a session manager that restores its programs must not do
 /// so too.
 void leaveStartingToAutostart(QGuiApplication &application)
@@ -153,7 +132,8 @@ void leaveStartingToAutostart(QGuiApplication &application)
         [](QSessionManager &session) { session.setRestartHint(QSessionManager::RestartNever); });
 }
 
-int runAgent(std::optional<Command> command, int &argc, char **argv)
+int runAgent(std::optional<Command> command, ApplicationInterface &interface, int &argc,
+             char **argv)
 {
     // Pictures are large: their memory goes back to the system as soon as it is freed.
     mallopt(M_MMAP_THRESHOLD, 256 * 1024);
@@ -172,10 +152,7 @@ int runAgent(std::optional<Command> command, int &argc, char **argv)
     Desktop desktop = makeDesktop(session);
     PreferencesStorage::useServices(*desktop.defaults, *desktop.loginItem);
     AppDelegate delegate(desktop, PreferencesStorage::shared());
-    // Owned by the delegate, as a D-Bus adaptor is by the object that it is a face of.
-    auto *const interface = new ApplicationInterface(&delegate, QDBusConnection::sessionBus());
-
-    QObject::connect(&delegate, &AppDelegate::terminating, interface,
+    QObject::connect(&delegate, &AppDelegate::terminating, &interface,
                      &ApplicationInterface::release);
     QObject::connect(&delegate, &AppDelegate::terminating, &application,
                      [&endWatchdog] { endWatchdog.emplace(endLimit, QByteArray(), EXIT_SUCCESS); });
@@ -184,10 +161,15 @@ int runAgent(std::optional<Command> command, int &argc, char **argv)
     const EndOfDisplay endOfDisplay(session);
     const RestWatch restWatch;
     QObject::connect(&restWatch, &RestWatch::cameToRest, &delegate, &AppDelegate::comeToRest);
-    // From within the loop: an exit asked for before it runs would be forgotten.
+    delegate.applicationDidFinishLaunching();
+    // From within the loop: an end asked for before it runs would be forgotten.
     QMetaObject::invokeMethod(
         &delegate,
-        [&delegate, interface, command] { spawn(launch(delegate, *interface, command)); },
+        [&delegate, &interface, command] {
+            interface.setHandler([&delegate](Command asked) { delegate.perform(asked); });
+            if (command)
+                delegate.perform(*command);
+        },
         Qt::QueuedConnection);
     return QApplication::exec();
 }
@@ -202,13 +184,23 @@ int runAgent(std::optional<Command> command, int &argc, char **argv)
 
 int run(const RunAgent &request, int &argc, char **argv)
 {
-    if (const auto status = handOver(request.command, argc, argv))
-        leave(*status);
-    if (!Session::hasDisplay()) { // where there is none, the toolkit aborts
-        sayOnStandardError(u"there is no display to run on"_s);
-        leave(EXIT_FAILURE);
-    }
-    return runAgent(request.command, argc, argv);
+    // A D-Bus adaptor belongs to the object that it is a face of. Calls of it are posted to this
+    // thread, and wait there: no application object may end between the claim and their delivery.
+    QObject agent;
+    ApplicationInterface *interface = nullptr;
+    do {
+        if (const auto status = handOver(request.command, argc, argv))
+            leave(*status);
+        if (!Session::hasDisplay()) { // where there is none, the toolkit aborts
+            sayOnStandardError(u"there is no display to run on"_s);
+            leave(EXIT_FAILURE);
+        }
+        if (interface == nullptr)
+            interface = new ApplicationInterface(&agent, QDBusConnection::sessionBus());
+        // Before the toolkit's windows are made, which takes longer than all else: whoever starts
+        // the agent over the bus waits for nothing but the name.
+    } while (interface->claimName() == ApplicationInterface::Claim::Taken);
+    return runAgent(request.command, *interface, argc, argv);
 }
 
 } // namespace

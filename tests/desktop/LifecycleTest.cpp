@@ -7,6 +7,9 @@
 #include "harness/WaitFor.h"
 #include "harness/XEmbedTray.h"
 
+#include <QDBusConnectionInterface>
+#include <QDBusReply>
+
 #include <gmock/gmock.h>
 
 #include <csignal>
@@ -68,6 +71,20 @@ TEST_F(LifecycleTest, showsNoWindowAtLaunch)
     const auto visible =
         desktop.ask({u"xdotool"_s, u"search"_s, u"--onlyvisible"_s, u"--class"_s, u"lumacap"_s});
     EXPECT_EQ(visible.output, QByteArray());
+}
+
+TEST_F(LifecycleTest, whatIsAskedAsSoonAsTheNameIsThereIsCarriedOut)
+{
+    for (int round = 0; round < 10; ++round) {
+        Agent agent(desktop);
+        ASSERT_TRUE(waitFor([&agent] {
+            return agent.bus().interface()->isServiceRegistered(u"app.lumacap.Lumacap"_s).value();
+        }));
+        EXPECT_TRUE(agent.activate(u"full-screen"_s));
+        EXPECT_TRUE(waitFor([this] { return desktop.selectionOwner("CLIPBOARD") != 0; }));
+        EXPECT_TRUE(agent.activate(u"quit"_s));
+        EXPECT_EQ(agent.process().waitForEnd(usualLimit), Ending{});
+    }
 }
 
 TEST_F(LifecycleTest, aStartRightAfterQuitLeavesAnAgent)

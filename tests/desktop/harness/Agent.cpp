@@ -64,6 +64,8 @@ void Agent::requireReady()
         const QDBusReply<uint> owner = m_bus.interface()->servicePid(u"app.lumacap.Lumacap"_s);
         return owner.isValid() && owner.value() == static_cast<uint>(m_process->pid());
     });
+    // The name comes early; calls are answered when the rest is there, too.
+    require("the agent's answer", [this] { return activatePlainly(); });
 }
 
 bool Agent::activate(const QString &action)

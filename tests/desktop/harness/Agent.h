@@ -17,7 +17,7 @@ public:
     /// Ends it; the test fails where it has aborted.
     ~Agent();
 
-    /// Waits until the process owns the program's bus name; throws when it does not.
+    /// Waits until the process owns the program's bus name and answers; throws when it does not.
     void requireReady();
     /// Asks for an action ("full-screen", "quit") over the bus; whether the agent took the request.
     bool activate(const QString &action);
