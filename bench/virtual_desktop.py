@@ -107,11 +107,13 @@ class VirtualDesktop:
                    "the window manager")
 
     def _make_folders(self):
-        for name in ("run", "config", "data", "cache", "state", "home", "services"):
+        for name in ("run", "config", "data", "cache", "state", "home", "services", "tmp"):
             (self.folder / name).mkdir(mode=0o700)
         for name in ("config", "data", "cache", "state"):
             self.environment[f"XDG_{name.upper()}_HOME"] = str(self.folder / name)
+        # Programs that run once for a user find the one that runs by a file among the temporary ones.
         self.environment |= {"XDG_RUNTIME_DIR": str(self.folder / "run"), "HOME": str(self.folder / "home"),
+                             "TMPDIR": str(self.folder / "tmp"),
                              "XDG_SESSION_TYPE": "x11", "LC_ALL": "C.UTF-8", "NO_AT_BRIDGE": "1",
                              "QT_QPA_PLATFORM": "xcb", "GDK_BACKEND": "x11", "LIBGL_ALWAYS_SOFTWARE": "1"}
         if self.configuration:
