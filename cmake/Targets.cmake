@@ -12,6 +12,11 @@ if(LUMACAP_SANITIZE)
   add_link_options(-fsanitize=${LUMACAP_SANITIZE})
 endif()
 
+# Precompiled headers fit only what is compiled alike. Qt 6.4 asks all its users for this; 6.8 asks none.
+if(Qt6_VERSION VERSION_GREATER_EQUAL 6.5)
+  set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+endif()
+
 # lumacap_precompiled(NAME HEADERS … DEPENDS …)
 #
 # Headers of others that nearly every source includes: parsing them takes longer than all the rest. A source
