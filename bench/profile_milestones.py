@@ -13,10 +13,11 @@ FULL_SCREEN = [*TO_MAIN, ("connected to the X server", r"connect\(.*X11-unix"),
                ("screen found, its pixels asked for", r"memfd_create\("),
                ("pixels there, pointer painted", r"openat\(.*cpu/online"), ("PNG made", r'write\(.*"\\211PNG'),
                ("written, in its place", r"rename\w*\("), ("memory given back", r"exit_group\(")]
-START = [*TO_MAIN, ("asked the bus if an agent runs", r"connect\(.*dbus"), ("toolkit begun", r"connect\(.*X11-unix"),
-         ("the toolkit's platform loaded", r"openat\(.*libqxcb\.so"),
+START = [*TO_MAIN, ("connected to the bus", r"connect\(.*dbus"), ("a display looked for", r"connect\(.*X11-unix"),
+         ("name asked for", r"sendmsg\(.*RequestName"),
+         ("afterwards: the toolkit's platform loaded", r"openat\(.*libqxcb\.so"),
          ("toolkit connected to the X server", r"connect\(.*X11-unix"),
-         ("services and agent made, name asked for", r"sendmsg\(.*RequestName")]
+         ("backends connected, too", r"connect\(.*X11-unix")]
 
 
 def terms(log, stretches):
