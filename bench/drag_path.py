@@ -1,18 +1,6 @@
-"""The path along which an area is dragged out, and where one sees that a step has reached the screen."""
+"""The paths along which an area is dragged out, and where one sees that a step has reached the screen."""
 
 import dataclasses
-
-ORIGIN = (400, 200)
-FIRST = (460, 240)  # the corner before the first step: already a drag
-STEP = (8, 5)
-TURN = 145  # steps out before the same number back: the whole path fits on 1920x1080
-
-
-def corner(step):
-    """Where the pointer is after that many steps."""
-    phase = step % (2 * TURN)
-    out = phase if phase <= TURN else 2 * TURN - phase
-    return FIRST[0] + out * STEP[0], FIRST[1] + out * STEP[1]
 
 
 @dataclasses.dataclass
@@ -23,14 +11,34 @@ class Sight:
     colour: int
 
 
-def sight(look, step):
-    """Where to look for step number `step`, 1 for the first; LookupError where the screen is too dark to tell."""
-    earlier, later = corner(step - 1), corner(step)
-    x = min(earlier[0], later[0]) + STEP[0] // 2  # away from the lines on both edges
-    low, high = ORIGIN[1], min(earlier[1], later[1])
-    # Away from what programs draw at the corners.
-    for y in range(low + (high - low) // 3, high - 8):
-        if look.tells(x, y):
-            grows = later[0] > earlier[0]
-            return Sight(x, y, look.plain_at(x, y) if grows else look.veiled_at(x, y))
-    raise LookupError(f"no pixel shows step {step} of the drag")
+@dataclasses.dataclass(frozen=True)
+class DragPath:
+    """Steps out along a diagonal, and the same number back."""
+    origin: tuple
+    first: tuple  # the corner before the first step: already a drag
+    step: tuple
+    turn: int
+
+    def corner(self, step):
+        """Where the pointer is after that many steps."""
+        phase = step % (2 * self.turn)
+        out = phase if phase <= self.turn else 2 * self.turn - phase
+        return self.first[0] + out * self.step[0], self.first[1] + out * self.step[1]
+
+    def sight(self, look, step):
+        """Where to look for step number `step`, 1 for the first; LookupError where the screen is too dark to tell."""
+        earlier, later = self.corner(step - 1), self.corner(step)
+        x = min(earlier[0], later[0]) + self.step[0] // 2  # away from the lines on both edges
+        low, high = self.origin[1], min(earlier[1], later[1])
+        # Away from what programs draw at the corners.
+        for y in range(low + (high - low) // 3, high - 8):
+            if look.tells(x, y):
+                grows = later[0] > earlier[0]
+                return Sight(x, y, look.plain_at(x, y) if grows else look.veiled_at(x, y))
+        raise LookupError(f"no pixel shows step {step} of the drag")
+
+
+# With care, within 1920x1080.
+AREA = DragPath(origin=(400, 200), first=(460, 240), step=(8, 5), turn=145)
+# With a sweep, over nearly all of 3840x2160.
+SCREEN = DragPath(origin=(200, 120), first=(260, 160), step=(24, 13), turn=145)

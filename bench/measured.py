@@ -39,12 +39,12 @@ def _of_encoding(parts):
             "PNG by size": parts["PNG by size of screen"]}
 
 
-def _step(own, server):
-    return None if own is None else own + server
+def _step(drag):
+    return None if drag is None else drag.own + drag.server
 
 
-def _late(done):
-    return percentile(done.latencies, 0.95) if done.latencies else None
+def _late(drag):
+    return None if drag is None else percentile(drag.latencies, 0.95)
 
 
 def _of_overlays(parts):
@@ -52,8 +52,10 @@ def _of_overlays(parts):
     return {
         **{field: _medians(rounds, lambda done, field=field: getattr(done, field))
            for field in ("fresh", "warm", "file", "owned", "read")},
-        "step": _medians(rounds, lambda done: _step(done.step_own, done.step_server)),
-        "late": _medians(rounds, _late),
+        "area": _medians(rounds, lambda done: _step(done.area)),
+        "area, late": _medians(rounds, lambda done: _late(done.area)),
+        "screen": _medians(rounds, lambda done: _step(done.screen)),
+        "screen, late": _medians(rounds, lambda done: _late(done.screen)),
         "step by size": _medians(drags, lambda drag: drag.own + drag.server),
         **{f"{field} by size": _medians(drags, lambda drag, field=field: getattr(drag, field))
            for field in ("command", "fresh", "file")}}

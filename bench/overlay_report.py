@@ -17,13 +17,13 @@ def microseconds(times):
     return f"{statistics.median(times) * 1e6:.0f}"
 
 
-def together(rounds):
-    return [own + server for own, server in zip(values(rounds, "step_own"), values(rounds, "step_server"))]
+def together(drags):
+    return [drag.own + drag.server for drag in drags]
 
 
-def late(rounds):
-    """The 95th percentile of the motion's latency in each round."""
-    return [percentile(done.latencies, 0.95) for done in rounds if done.latencies]
+def late(drags):
+    """The 95th percentile of the motion's latency in each drag."""
+    return [percentile(drag.latencies, 0.95) for drag in drags]
 
 
 def spread(times):
@@ -44,24 +44,26 @@ def openings(programs, results, undriven):
     return lines
 
 
-def steps(programs, results, alone):
-    lines = ["### One step of a drag", "",
+def steps(programs, results, field, title, alone=()):
+    """Of the drags that the rounds hold for `field`; `alone` is what the pointer's motion costs the X server."""
+    lines = [f"### {title}", "",
              "| program | own processor µs | X server's µs | together µs | ratio to lumacap | by the clock, ms "
              "| motion to pixels: median ms | 95 % within, ms | ratio to lumacap |",
              "|---|---:|---:|---:|---:|---:|---:|---:|---:|"]
-    reference = results.get(REFERENCE, [])
+    reference = values(results.get(REFERENCE, []), field)
     for program in programs:
-        rounds = results[program.name]
-        if not values(rounds, "step"):
+        drags = values(results[program.name], field)
+        if not drags:
             continue
-        all_latencies = [latency for done in rounds for latency in done.latencies]
-        lines.append(f"| {program.name} | {microseconds(values(rounds, 'step_own'))} "
-                     f"| {microseconds(values(rounds, 'step_server'))} | {microseconds(together(rounds))} "
-                     f"| {ratio(together(rounds), together(reference))} "
-                     f"| {statistics.median(values(rounds, 'step')) * 1000:.1f} | {milliseconds(all_latencies)} "
-                     f"| {milliseconds(late(rounds))} | {ratio(late(rounds), late(reference))} |")
-    lines.append(f"| the pointer alone, without an overlay | | {microseconds(alone)} | {microseconds(alone)} "
-                 "| | | | | |")
+        all_latencies = [latency for drag in drags for latency in drag.latencies]
+        lines.append(f"| {program.name} | {microseconds([drag.own for drag in drags])} "
+                     f"| {microseconds([drag.server for drag in drags])} | {microseconds(together(drags))} "
+                     f"| {ratio(together(drags), together(reference))} "
+                     f"| {statistics.median(drag.step for drag in drags) * 1000:.1f} | {milliseconds(all_latencies)} "
+                     f"| {milliseconds(late(drags))} | {ratio(late(drags), late(reference))} |")
+    if alone:
+        lines.append(f"| the pointer alone, without an overlay | | {microseconds(alone)} | {microseconds(alone)} "
+                     "| | | | | |")
     return lines
 
 

@@ -5,7 +5,7 @@ import time
 import overlay_look
 import png_file
 from clipboard_reader import ClipboardReader
-from drag_path import ORIGIN, corner, sight
+from drag_path import AREA
 from overlay_programs import Goal
 from pointer import Person
 from processor_time import Meter
@@ -102,10 +102,13 @@ class OverlayScene:
         self.wait_until_gone(program, look)
         return owned - start, read - start
 
-    def begin_drag(self):
-        self.person.move(*ORIGIN)
+    def begin_drag(self, path=AREA):
+        """Takes the path's first corner with the button down; what follows goes along that path."""
+        self.path = path
+        self.person.move(*path.origin)
         time.sleep(QUIET)
-        self.person.begin_drag(ORIGIN, (ORIGIN[0] + 20, ORIGIN[1] + 20), corner(0))
+        x, y = path.origin
+        self.person.begin_drag((x, y), (x + 20, y + 20), path.corner(0))
         time.sleep(QUIET)
 
     def give_up_drag(self, program, look):
@@ -116,7 +119,7 @@ class OverlayScene:
 
     def paced_drag(self, look, processes, steps):
         """Seconds a step: by the clock until the last one is seen, and of each process. Nobody looks before that."""
-        last = sight(look, steps)
+        last = self.path.sight(look, steps)
         meter = Meter(*processes)
         meter.start()
         start = time.perf_counter()
@@ -137,7 +140,7 @@ class OverlayScene:
     def _pace(self, start, steps):
         for step in range(1, steps + 1):
             self._sleep_until(start + (step - 1) / STEPS_A_SECOND)
-            self.person.move(*corner(step))
+            self.person.move(*self.path.corner(step))
 
     @staticmethod
     def _sleep_until(moment):
@@ -149,9 +152,9 @@ class OverlayScene:
         """Seconds from each motion until its strip of pixels has changed."""
         latencies = []
         for step in range(1, steps + 1):
-            place = sight(look, step)
+            place = self.path.sight(look, step)
             begin = time.perf_counter()
-            self.person.move(*corner(step))
+            self.person.move(*self.path.corner(step))
             seen = self.watch.wait_for([(place.x, place.y)], [place.colour], LIMIT_SECONDS, f"step {step}")
             latencies.append(seen - begin)
             self._sleep_until(begin + 1 / STEPS_A_SECOND)

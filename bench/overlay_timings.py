@@ -5,12 +5,22 @@ import sys
 import time
 
 import png_file
+from drag_path import AREA, SCREEN
 from overlay_programs import Goal
 
 FRESH_AFTER = 2.2  # seconds at least since the last capture
 WARM_WITHIN = 2.0  # seconds at most since the last overlay has gone
 STEPS = 300
 WATCHED_STEPS = 100
+
+
+@dataclasses.dataclass
+class Drag:
+    """Seconds a step: by the clock, and of the overlay's process and the X server; and how late each motion was seen."""
+    step: float
+    own: float
+    server: float
+    latencies: list
 
 
 @dataclasses.dataclass
@@ -21,10 +31,8 @@ class Round:
     file: float | None = None
     owned: float | None = None
     read: float | None = None
-    step: float | None = None
-    step_own: float | None = None
-    step_server: float | None = None
-    latencies: list = dataclasses.field(default_factory=list)
+    area: Drag | None = None
+    screen: Drag | None = None
 
 
 class Turns:
@@ -98,7 +106,9 @@ class Turns:
             scene.open(program, look)
         else:
             done.warm = self._warm(program, Goal.FILE)
-        self._drag(program, done)
+        done.area = self._drag(program, AREA)
+        scene.open(program, look)
+        done.screen = self._drag(program, SCREEN)
         return done
 
     def _warm(self, program, goal):
@@ -108,17 +118,18 @@ class Turns:
             raise RuntimeError(f"{program.name} is asked again only after {pause:.1f} s")
         return self.scene.open(program, self.looks[program.name], goal)
 
-    def _drag(self, program, done):
+    def _drag(self, program, path):
         """In the overlay that is up, and in another."""
         scene, look = self.scene, self.looks[program.name]
         processes = scene.processes()
-        scene.begin_drag()
-        done.step, (done.step_own, done.step_server) = scene.paced_drag(look, processes, STEPS)
+        scene.begin_drag(path)
+        step, (own, server) = scene.paced_drag(look, processes, STEPS)
         scene.give_up_drag(program, look)
         scene.open(program, look)
-        scene.begin_drag()
-        done.latencies = scene.watched_drag(look, WATCHED_STEPS)
+        scene.begin_drag(path)
+        latencies = scene.watched_drag(look, WATCHED_STEPS)
         scene.give_up_drag(program, look)
+        return Drag(step, own, server, latencies)
 
 
 def percentile(values, share):

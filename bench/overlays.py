@@ -30,7 +30,8 @@ def compare_programs(lumacap, rounds, facts, screen_copy):
                  f"{min(rounds, MARKED_ROUNDS)} with marks",
                  *(f"- {reason}" for reason in NOT_DRIVEN), "",
                  *overlay_report.openings(programs, results, turns.undriven), "",
-                 *overlay_report.steps(programs, results, alone), "",
+                 *overlay_report.steps(programs, results, "area", "One step of dragging out an area", alone), "",
+                 *overlay_report.steps(programs, results, "screen", "One step of a sweep over the whole screen"), "",
                  *overlay_report.confirmations(programs, results)]
         scene.close()
     return lines, {"overlays": results, "pointer alone": alone}
