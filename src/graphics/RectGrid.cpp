@@ -87,13 +87,11 @@ struct PixelGrid {
 };
 
 /// A painter's opacity, up to 255, for a pixel of which that many parts of parts are covered, those
-/// of several rectangles added. What is covered twice counts by the odd-even rule.
+/// of several rectangles added.
 std::uint32_t opacityOf(int area)
 {
     constexpr int whole = 256;
-    const int turned = area * whole / (parts * parts) % (2 * whole);
-    const int covered = turned > whole ? 2 * whole - turned : turned;
-    return static_cast<std::uint32_t>(std::min(covered, whole - 1));
+    return static_cast<std::uint32_t>(std::min(area * whole / (parts * parts), whole - 1));
 }
 
 /// Each channel times `share` / 255, rounded, two channels at a time.

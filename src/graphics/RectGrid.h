@@ -9,7 +9,7 @@ class QRegion;
 
 namespace lumacap {
 
-/// From one edge to the other, in either order, in canvas points.
+/// From one edge to the other, in either order, in canvas points; both finite.
 struct Interval {
     double from = 0;
     double to = 0;
@@ -25,8 +25,9 @@ struct RectGrid {
 };
 
 /// Fills the rectangles of all `grids`, inside `clip`, in a picture of the whole canvas at `scale`
-/// pixels a point. The pixels are those of a painter that fills one path of all these rectangles
-/// with soft edges; a painter, to whom they are any shape, takes many times as long.
+/// pixels a point. The pixels are those of a painter that fills one path of all these rectangles,
+/// whether they overlap or not, with soft edges; a painter, to whom they are any shape, takes many
+/// times as long.
 void fillGrids(QImage &target, double scale, std::span<const RectGrid> grids, const QColor &color,
                const QRegion &clip);
 

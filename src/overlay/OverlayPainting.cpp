@@ -66,12 +66,13 @@ struct Lines {
     }
 };
 
-void paintAnts(const Lines &lines, const OverlayScene &scene)
+void paintAnts(const Lines &lines, const OverlayScene &scene, Size canvas)
 {
     if (!scene.outline || !isFinite(*scene.outline))
         return;
-    lines.draw(antDashes(*scene.outline, scene.antsPhase), Qt::white);
-    lines.draw(antDashes(*scene.outline, scene.antsPhase + look::blackAntsAhead), Qt::black);
+    lines.draw(antDashes(*scene.outline, scene.antsPhase, canvas), Qt::white);
+    lines.draw(antDashes(*scene.outline, scene.antsPhase + look::blackAntsAhead, canvas),
+               Qt::black);
 }
 
 void drawGuideLines(const Lines &lines, Point<Canvas> at, Size canvas)
@@ -193,7 +194,7 @@ void paintOverlay(QImage &target, const QImage &frozenImage, const QImage &dimme
     copyPixels(target, frozenImage, clear);
 
     const Lines lines{target, inside, static_cast<double>(canvas.scale)};
-    paintAnts(lines, scene);
+    paintAnts(lines, scene, canvas.size);
     if (scene.label)
         paintLabel(target, *scene.label, canvas, inside);
     paintPointer(lines, scene, canvas.size);

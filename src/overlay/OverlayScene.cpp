@@ -54,7 +54,8 @@ QRegion outlineChange(const OverlayScene &before, const OverlayScene &after,
     return pixels + clearBefore.xored(clearAfter);
 }
 
-/// Both, or the box around them where it is little more: that costs less than more rectangles do.
+/// Both, or the box around them where it is at most twice as large: that costs less than more
+/// rectangles do.
 QRegion together(const QRect &one, const QRect &other)
 {
     const auto area = [](const QRect &rect) { return std::int64_t{rect.width()} * rect.height(); };

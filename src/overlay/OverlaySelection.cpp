@@ -48,7 +48,6 @@ void OverlayView::selectionDragged(Point<Canvas> location)
     if (std::abs(location.x - origin.x) > dragThreshold
         || std::abs(location.y - origin.y) > dragThreshold) {
         m_isDragging = true;
-        m_hasDraggedSinceTick = true;
         m_highlightedWindow.reset();
     }
     redisplay();

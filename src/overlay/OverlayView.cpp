@@ -19,7 +19,6 @@
 #include <chrono>
 #include <cmath>
 #include <ranges>
-#include <utility>
 
 using namespace std::chrono_literals;
 
@@ -95,14 +94,12 @@ void OverlayView::runAnimation()
         m_animationTimer.stop();
 }
 
-/// While an area is dragged out each step draws the whole line anyway.
 void OverlayView::advanceAnts()
 {
     if (!selectionRectForDisplay())
         return;
     m_marchingAntsPhase = nextAntsPhase(m_marchingAntsPhase);
-    if (!std::exchange(m_hasDraggedSinceTick, false))
-        redisplay();
+    redisplay();
 }
 
 /// The words under the rectangle, as they were laid out if they are there already.

@@ -149,7 +149,6 @@ private:
     std::optional<Point<Canvas>> m_cursorPosition;
     bool m_showGuideLines = false;
     double m_marchingAntsPhase = 0;
-    bool m_hasDraggedSinceTick = false;
     QList<DrawnAnnotation> m_drawnAnnotations; ///< the store's, as they are shown
     QTimer m_animationTimer;
     bool m_isAnimationOver = false;

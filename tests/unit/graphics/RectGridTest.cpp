@@ -3,6 +3,7 @@
 #include "graphics/CanvasPainting.h"
 
 #include <QPainter>
+#include <QPainterPath>
 
 #include <gtest/gtest.h>
 
@@ -55,15 +56,15 @@ private:
     std::mt19937 m_random;
 };
 
-std::vector<Rect<Canvas>> rectsOf(std::span<const RectGrid> grids)
+QPainterPath pathOf(std::span<const RectGrid> grids)
 {
-    std::vector<Rect<Canvas>> rects;
+    QPainterPath path;
+    path.setFillRule(Qt::WindingFill);
     for (const RectGrid &grid : grids)
         for (const Interval &column : grid.columns)
             for (const Interval &row : grid.rows)
-                rects.push_back(
-                    {{column.from, row.from}, {column.to - column.from, row.to - row.from}});
-    return rects;
+                path.addRect(column.from, row.from, column.to - column.from, row.to - row.from);
+    return path;
 }
 
 QImage somePicture()
@@ -88,7 +89,8 @@ TEST(RectGrid, isFilledAsAPainterFillsTheRectangles)
         QPainter painter(&expected);
         painter.setClipRegion(clip);
         painter.setTransform(canvasToPixels({0, 0}, scale, side));
-        fillRects(painter, rectsOf(grids), color);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.fillPath(pathOf(grids), color);
         painter.end();
         QImage filled = somePicture();
         fillGrids(filled, scale, grids, color, clip);
