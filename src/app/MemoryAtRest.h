@@ -14,8 +14,9 @@ constexpr bool isAsItsFile(std::uint32_t segmentFlags)
 
 /// Gives the system what the process does not need until something happens: freed memory, and the
 /// code and constants of the program and its libraries, page by page as their files hold them. What
-/// is used again comes back from the system's cache of files without a disk. Pages that the process
-/// has changed, a debugger's breakpoints among them, stay. May be called on any thread.
+/// is used again comes back from the system's cache of files, as long as that holds it. A segment
+/// in which the process has changed a page, as a debugger's breakpoints do, stays whole. May be
+/// called on any thread.
 void giveBackMemory();
 
 } // namespace lumacap

@@ -14,6 +14,7 @@
 #include <QApplication>
 #include <QCoroTask>
 #include <QDBusConnection>
+#include <QDeadlineTimer>
 #include <QEvent>
 #include <QSessionManager>
 
@@ -40,6 +41,8 @@ constexpr auto busLimit = 10s;
 constexpr auto captureLimit = 25s;
 constexpr auto answerLimit = 150s; // a Wayland desktop may ask the person whether it may be taken
 constexpr auto endLimit = 30s;
+constexpr auto startLimit = 60s; // a desktop that has just begun has much to do
+constexpr auto claimLimit = 10s;
 
 const QString noPicture = u"no picture was taken: "_s;
 const QString refusedCommand = u"the running agent did not take the command"_s;
@@ -141,6 +144,9 @@ int runAgent(std::optional<Command> command, ApplicationInterface &interface, in
     // A server that hangs must not keep an agent that was told to end, neither in a step nor in the
     // toolkit's own end, which this outlives.
     std::optional<Watchdog> endWatchdog;
+    // Nor may one that hangs in its start keep the name that another agent would have.
+    std::optional<Watchdog> startWatchdog(std::in_place, startLimit,
+                                          "lumacap: the display does not answer\n", EXIT_FAILURE);
     Session::prepareToolkit();
     QApplication application(argc, argv);
     QApplication::setApplicationName(u"Lumacap"_s);
@@ -165,13 +171,16 @@ int runAgent(std::optional<Command> command, ApplicationInterface &interface, in
     // From within the loop: an end asked for before it runs would be forgotten.
     QMetaObject::invokeMethod(
         &delegate,
-        [&delegate, &interface, command] {
-            interface.setHandler([&delegate](Command asked) { delegate.perform(asked); });
-            if (command)
+        [&delegate, &interface, &startWatchdog, command] {
+            startWatchdog.reset();
+            if (command) // before those that came meanwhile, of which one may end the agent
                 delegate.perform(*command);
+            interface.setHandler([&delegate](Command asked) { delegate.perform(asked); });
         },
         Qt::QueuedConnection);
-    return QApplication::exec();
+    const int status = QApplication::exec();
+    interface.setHandler({}); // which outlives the delegate
+    return status;
 }
 
 /// Ends a process that only asked another one. The thread in which the toolkit serves the bus may
@@ -182,24 +191,35 @@ int runAgent(std::optional<Command> command, ApplicationInterface &interface, in
     std::_Exit(status);
 }
 
+/// Gives the command to the agent that runs, and ends this process with that; returns nothing else
+/// than that none does.
+void handOverAndLeave(std::optional<Command> command, int &argc, char **argv)
+{
+    if (const auto status = handOver(command, argc, argv))
+        leave(*status);
+}
+
 int run(const RunAgent &request, int &argc, char **argv)
 {
+    handOverAndLeave(request.command, argc, argv);
+    if (!Session::hasDisplay()) { // where there is none, the toolkit aborts
+        sayOnStandardError(u"there is no display to run on"_s);
+        leave(EXIT_FAILURE);
+    }
     // A D-Bus adaptor belongs to the object that it is a face of. Calls of it are posted to this
     // thread, and wait there: no application object may end between the claim and their delivery.
     QObject agent;
-    ApplicationInterface *interface = nullptr;
-    do {
-        if (const auto status = handOver(request.command, argc, argv))
-            leave(*status);
-        if (!Session::hasDisplay()) { // where there is none, the toolkit aborts
-            sayOnStandardError(u"there is no display to run on"_s);
+    auto *const interface = new ApplicationInterface(&agent, QDBusConnection::sessionBus());
+    const QDeadlineTimer deadline(claimLimit);
+    // Before the toolkit's windows are made, which takes longer than all else: whoever starts the
+    // agent over the bus waits for nothing but the name.
+    while (interface->claimName() == ApplicationInterface::Claim::Taken) {
+        handOverAndLeave(request.command, argc, argv); // to the one that was quicker
+        if (deadline.hasExpired()) {
+            sayOnStandardError(refusedCommand);
             leave(EXIT_FAILURE);
         }
-        if (interface == nullptr)
-            interface = new ApplicationInterface(&agent, QDBusConnection::sessionBus());
-        // Before the toolkit's windows are made, which takes longer than all else: whoever starts
-        // the agent over the bus waits for nothing but the name.
-    } while (interface->claimName() == ApplicationInterface::Claim::Taken);
+    }
     return runAgent(request.command, *interface, argc, argv);
 }
 
