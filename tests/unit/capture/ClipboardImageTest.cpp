@@ -1,6 +1,7 @@
 #include "capture/ClipboardImage.h"
 
 #include <QColorSpace>
+#include <QImageReader>
 
 #include <gmock/gmock.h>
 
@@ -63,6 +64,18 @@ TEST(ClipboardImage, makesEachTypeOnce)
 
     for (const QByteArray &type : item.types())
         EXPECT_EQ(item.bytes(type).constData(), item.bytes(type).constData()) << type.toStdString();
+}
+
+TEST(ClipboardImage, shrunkGivesAllTypesOfAPictureAboveTheToolkitsLimitToo)
+{
+    QImage picture(8200, 4200, QImage::Format_ARGB32_Premultiplied);
+    ASSERT_GT(picture.sizeInBytes(), qsizetype{QImageReader::allocationLimit()} << 20);
+    picture.fill(Qt::red);
+    ClipboardImage item(picture);
+    item.shrink();
+
+    EXPECT_TRUE(item.bytes("image/jpeg").startsWith("\xff\xd8\xff"));
+    EXPECT_GT(QImageReader::allocationLimit(), 0) << "for what strangers send";
 }
 
 TEST(ClipboardImage, shrunkHoldsNoPixelsAndGivesAllTypes)
