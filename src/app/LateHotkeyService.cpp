@@ -35,12 +35,9 @@ void LateHotkeyService::adopt(std::unique_ptr<HotkeyService> chosen)
 void LateHotkeyService::pass(HotKeyRef ref)
 {
     Registration &registration = *m_registrations.find(ref);
-    registration.chosenRef = m_chosen->registerHotKey(
-        registration.hotKey,
-        [this, ref, answer = std::move(registration.answer)](HotKeyState state) {
-            if (state == HotKeyState::NotLive)
-                m_registrations.erase(ref);
-            answer(state);
+    registration.chosenRef =
+        m_chosen->registerHotKey(registration.hotKey, [this, ref](HotKeyState state) {
+            m_registrations.answer(ref, state);
         });
 }
 

@@ -176,8 +176,12 @@ void PortalHotkeyService::conclude(const QStringList &bound)
             triggerOf(registration.hotKey) && free.removeAll(idOf(registration.hotKey)) != 0;
         answers.emplace_back(ref, isLive ? HotKeyState::Live : HotKeyState::NotLive);
     }
-    for (const auto &[ref, state] : answers)
+    const QPointer self(this); // whoever is told may end the service
+    for (const auto &[ref, state] : answers) {
         m_registrations.answer(ref, state);
+        if (!self)
+            return;
+    }
     if (m_registrations.isEmpty())
         giveUp();
 }
