@@ -28,13 +28,14 @@ class DragPath:
     def sight(self, look, step):
         """Where to look for step number `step`, 1 for the first; LookupError where the screen is too dark to tell."""
         earlier, later = self.corner(step - 1), self.corner(step)
-        x = min(earlier[0], later[0]) + self.step[0] // 2  # away from the lines on both edges
+        left, width = min(earlier[0], later[0]), self.step[0]
         low, high = self.origin[1], min(earlier[1], later[1])
-        # Away from what programs draw at the corners.
-        for y in range(low + (high - low) // 3, high - 8):
-            if look.tells(x, y):
-                grows = later[0] > earlier[0]
-                return Sight(x, y, look.plain_at(x, y) if grows else look.veiled_at(x, y))
+        grows = later[0] > earlier[0]
+        # Away from the lines on both edges, and from what programs draw at the corners.
+        for x in (left + width // 2, left + width // 3, left + 2 * width // 3):
+            for y in range(low + (high - low) // 3, high - 8):
+                if look.tells(x, y):
+                    return Sight(x, y, look.plain_at(x, y) if grows else look.veiled_at(x, y))
         raise LookupError(f"no pixel shows step {step} of the drag")
 
 

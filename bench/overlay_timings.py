@@ -8,7 +8,7 @@ import png_file
 from drag_path import AREA, SCREEN
 from overlay_programs import Goal
 
-FRESH_AFTER = 2.2  # seconds at least since the last capture
+FRESH_AFTER = 3  # seconds at least since the last capture
 WARM_WITHIN = 2.0  # seconds at most since the last overlay has gone
 STEPS = 300
 WATCHED_STEPS = 100

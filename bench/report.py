@@ -1,5 +1,6 @@
 """The measurements as Markdown tables, and where docs/performance.md keeps them."""
 
+import datetime
 import os
 import pathlib
 import platform
@@ -72,7 +73,7 @@ def machine_facts(load_before, desktops):
                   if line.startswith("model name")), platform.machine())
     system = platform.freedesktop_os_release().get("PRETTY_NAME", platform.system())
     packages = ", ".join(f"{name} {package_version(package)}" for name, package in desktops.items())
-    return [f"- {model}, {os.cpu_count()} cores; {system}, Linux {platform.release()}{packages and '; ' + packages}",
+    return [f"- {datetime.date.today()}; {model}, {os.cpu_count()} cores; {system}, Linux {platform.release()}{packages and '; ' + packages}",
             f"- load average before: {' '.join(f'{value:.2f}' for value in load_before)}; now: "
             f"{' '.join(f'{value:.2f}' for value in os.getloadavg())}"]
 

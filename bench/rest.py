@@ -110,8 +110,8 @@ def buffers_of(desktop, lumacap):
     scene, program = OverlayScene(desktop), LumacapOverlay(lumacap)
     program.prepare(desktop)
     process = desktop.processes[-1]
-    look = scene.learn(program)
     before = settled_memory(process)
+    look = scene.learn(program)
     scene.open(program, look, Goal.FILE)
     scene.cancel(program, look)
     result = Buffers(before, settled_memory(process, SOON), settled_memory(process))
@@ -129,11 +129,11 @@ def run(lumacap, rounds, facts):
         desktop.session_bus = SessionBus(desktop.environment["DBUS_SESSION_BUS_ADDRESS"])
         for program in present:
             program.prepare(desktop)
-        started = starts.take_turns(desktop, present, rounds)
+        started, answered = starts.take_turns(desktop, present, rounds)
         rests = {program.name: rest_of(desktop, program) for program in present}
         buffers = buffers_of(desktop, lumacap) if Lumacap.name in rests else None
         lines = facts(desktop.folder)
-    return ([*lines, *rest_report.notes(WATCHED, SETTLED), "", *rest_report.started(every, started), "",
+    return ([*lines, *rest_report.notes(WATCHED, SETTLED), "", *rest_report.started(every, started, answered), "",
              *rest_report.rested(every, rests), "", *rest_report.captured(rests, CAPTURES), "",
              *rest_report.kept(buffers)],
-            {"starts": started, "rests": rests, "buffers": buffers})
+            {"starts": started, "answers": answered, "rests": rests, "buffers": buffers})

@@ -15,28 +15,29 @@ def state(program, results):
 
 
 def notes(watched, settled):
-    return [f"- each program rests alone on the desktop; memory is read {settled} s after the last thing that "
-            f"happened, wake-ups are counted for {watched} s"]
+    return [f"- each program rests alone on the desktop; wake-ups are counted for {watched} s, beginning {settled} s "
+            f"after its start, and then its memory is read; later {settled} s after the last thing that happened"]
 
 
-def started(programs, results, title="Start until the bus name is owned"):
+def started(programs, results, answers, title="Start until the bus name is owned"):
     lines = [f"### {title}", "",
-             "| program | version | started by | median ms | min–max ms | ratio to lumacap |",
-             "|---|---|---|---:|---:|---:|"]
-    reference = results.get("lumacap", [])
+             "| program | version | started by | median ms | min–max ms | ratio to lumacap "
+             "| until it has answered a call, ms | ratio to lumacap |", "|---|---|---|---:|---:|---:|---:|---:|"]
+    reference, answered = results.get("lumacap", []), answers.get("lumacap", [])
     for program in programs:
         times = results.get(program.name, [])
         if not program.bus_name:
-            lines.append(f"| {program.name} | | owns no name | | | |")
+            lines.append(f"| {program.name} | | owns no name | | | | | |")
         elif not times:
-            lines.append(f"| {program.name} | {state(program, results)} | | | | |")
+            lines.append(f"| {program.name} | {state(program, results)} | | | | | | |")
         else:
             command = " ".join(["lumacap" if program.name == "lumacap" else program.program, *program.command[1:]])
             lines.append(f"| {program.name} | {version(program)} | `{command}` | {milliseconds(times)} "
-                         f"| {min(times) * 1000:.0f}–{max(times) * 1000:.0f} | {ratio(times, reference)} |")
+                         f"| {min(times) * 1000:.0f}–{max(times) * 1000:.0f} | {ratio(times, reference)} "
+                         f"| {milliseconds(answers[program.name])} | {ratio(answers[program.name], answered)} |")
     times = results[EMPTY]
     return [*lines, f"| {EMPTY} | | | {milliseconds(times)} | {min(times) * 1000:.0f}–{max(times) * 1000:.0f} "
-            f"| {ratio(times, reference)} |"]
+            f"| {ratio(times, reference)} | | |"]
 
 
 def rested(programs, results, title="At rest, alone"):

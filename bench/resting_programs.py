@@ -14,6 +14,7 @@ class RestingProgram:
     name = package = ""
     command = ()
     bus_name = None
+    bus_path = "/"
     takes_pictures = True  # of the whole screen, by itself, when it is asked
     settings = None  # relative path, text with {folder} for where pictures go
 
@@ -43,9 +44,9 @@ class RestingProgram:
 
 
 class Lumacap(RestingProgram):
-    name, bus_name = "lumacap", "app.lumacap.Lumacap"
+    name, bus_name, bus_path = "lumacap", "app.lumacap.Lumacap", "/app/lumacap/Lumacap"
     settings = ("Lumacap/Lumacap.conf", LUMACAP_SETTINGS)
-    action = (bus_name, "/app/lumacap/Lumacap", "org.freedesktop.Application", "ActivateAction")
+    action = (bus_name, bus_path, "org.freedesktop.Application", "ActivateAction")
 
     def __init__(self, program):
         self.command = (program,)

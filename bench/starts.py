@@ -16,6 +16,7 @@ class EmptyStart:
     name = EMPTY
 
     def __init__(self, desktop):
+        self.answered = []
         self.desktop = desktop
         self.command = benchmark_programs.built("lumacap_empty_program")
 
@@ -36,17 +37,24 @@ class EmptyStart:
 
 
 class Start:
-    """One program, from the start of its process until it owns its name on the bus."""
+    """One program, from the start of its process until it owns its name on the bus, and until it answers there."""
 
     def __init__(self, desktop, program):
-        self.program, self.name = program, program.name
-        self.watch = NameWatch(desktop.session_bus, program.bus_name)
+        self.program, self.name, self.bus = program, program.name, desktop.session_bus
+        self.watch = NameWatch(self.bus, program.bus_name)
+        self.answered = []
 
     def measure(self):
         """Seconds of one start; the program has ended again when this returns."""
         start = time.perf_counter()
         process = self.program.start()
         seconds = self.watch.wait_until_owned() - start
+        try:
+            self.bus.call(self.program.bus_name, self.program.bus_path, "org.freedesktop.DBus.Introspectable",
+                          "Introspect", "()")
+        except RuntimeError:  # an error is an answer, too
+            pass
+        self.answered.append(time.perf_counter() - start)
         end(process)
         self.watch.wait_until_free()
         return seconds
@@ -56,11 +64,13 @@ class Start:
 
 
 def take_turns(desktop, programs, rounds):
-    """Seconds by name; each has been started once before, so that it comes from the page cache."""
+    """Seconds by name until each owns its name, and until it has answered a first call. Each has been started once
+    before, so that it comes from the page cache."""
     starts = [Start(desktop, program) for program in programs if program.bus_name] + [EmptyStart(desktop)]
     results = {start.name: [] for start in starts}
     for start in starts:
         start.measure()
+        start.answered.clear()
     for turn in range(rounds):
         first = turn % len(starts)
         for start in starts[first:] + starts[:first]:
@@ -69,4 +79,4 @@ def take_turns(desktop, programs, rounds):
     print(file=sys.stderr)
     for start in starts:
         start.close()
-    return results
+    return results, {start.name: start.answered for start in starts}

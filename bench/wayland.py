@@ -28,9 +28,9 @@ def measure_rest(desktop_class, programs, rounds):
         desktop.session_bus = SessionBus(desktop.environment["DBUS_SESSION_BUS_ADDRESS"])
         for program in present:
             program.prepare(desktop)
-        started = starts.take_turns(desktop, present, rounds)
+        started, answered = starts.take_turns(desktop, present, rounds)
         rests = {program.name: rest.rest_of(desktop, program, captures=False) for program in present}
-    return started, rests
+    return started, answered, rests
 
 
 def overlays_table(results):
@@ -47,9 +47,9 @@ def run(lumacap, rounds, facts):
     lines, everything = wayland_captures.run(lumacap, rounds)
     witness = contenders.lumacap_one_shot(lumacap)
     for title, programs in {"sway": [Lumacap(lumacap)], "KWin": [Lumacap(lumacap), Spectacle()]}.items():
-        started, rests = measure_rest(CLASSES[title], programs, rounds)
+        started, answered, rests = measure_rest(CLASSES[title], programs, rounds)
         everything |= {f"{title}, starts": started, f"{title}, rests": rests}
-        lines += ["", *rest_report.started(programs, started, f"{title}: start until the bus name is owned"), "",
+        lines += ["", *rest_report.started(programs, started, answered, f"{title}: start until the bus name is owned"), "",
                   *rest_report.rested(programs, rests, f"{title}: at rest")]
     overlays = {title: wayland_overlays.measure(CLASSES[title], witness, *INSTRUMENTS[title], lumacap, rounds)
                 for title in CLASSES}
