@@ -27,16 +27,19 @@ class DragPath:
 
     def sight(self, look, step):
         """Where to look for step number `step`, 1 for the first; LookupError where the screen is too dark to tell."""
-        earlier, later = self.corner(step - 1), self.corner(step)
-        left, width = min(earlier[0], later[0]), self.step[0]
-        low, high = self.origin[1], min(earlier[1], later[1])
-        grows = later[0] > earlier[0]
-        # Away from the lines on both edges, and from what programs draw at the corners.
-        for x in (left + width // 2, left + width // 3, left + 2 * width // 3):
-            for y in range(low + (high - low) // 3, high - 8):
-                if look.tells(x, y):
-                    return Sight(x, y, look.plain_at(x, y) if grows else look.veiled_at(x, y))
+        grows = self.corner(step)[0] > self.corner(step - 1)[0]
+        for x, y in self._strip(step):
+            if look.tells(x, y):
+                return Sight(x, y, look.plain_at(x, y) if grows else look.veiled_at(x, y))
         raise LookupError(f"no pixel shows step {step} of the drag")
+
+    def _strip(self, step):
+        """Places in the middle of the strips beside and below the area, away from what programs draw at the corners."""
+        (left, right), (low, high) = (sorted(edge) for edge in zip(self.corner(step - 1), self.corner(step)))
+        for y in range(self.origin[1] + (low - self.origin[1]) // 3, low - 8):
+            yield (left + right) // 2, y
+        for x in range(self.origin[0] + (left - self.origin[0]) // 3, left - 8):
+            yield x, (low + high) // 2
 
 
 # With care, within 1920x1080.
