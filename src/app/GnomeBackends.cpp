@@ -35,7 +35,10 @@ bool keepsKeybindings(const Session &session)
 
 bool runsXServer(const Session &session)
 {
-    return wayland::isOffered(session) && qgetenv("DISPLAY").startsWith(':');
+    // Others' X servers let a program own the clipboard only while a window of theirs has the
+    // focus.
+    return wayland::isOffered(session) && session.hasBusName(u"org.gnome.Mutter.DisplayConfig"_s)
+        && qgetenv("DISPLAY").startsWith(':');
 }
 
 std::unique_ptr<ScreenCapture> screenCapture(const Session &session)

@@ -29,7 +29,7 @@ public:
     Q_DISABLE_COPY_MOVE(Pasteboard)
     virtual ~Pasteboard() = default;
 
-    /// Empties the pasteboard, whoever filled it.
+    /// Empties the pasteboard, whoever filled it, where the desktop lets it be filled now.
     virtual void clearContents() = 0;
     /// Offers `item` until something else is copied. No window of ours needs the focus, unless the
     /// desktop asks for it: then, without it, the clipboard stays as it was, and a line on standard

@@ -73,6 +73,7 @@ TEST_P(EveryCaptureTest, theShortcutsTakePictures)
     }));
     EXPECT_TRUE(equalsOutput(0, pictureIn(desktop(), files().first())));
 
+    // Each desktop makes a shortcut live in its own time.
     EXPECT_TRUE(waitFor([this] {
         hands().press({evdev::control, evdev::shift, evdev::two});
         return waitFor([this] { return overlayIsUp(); }, std::chrono::seconds(2));
@@ -88,6 +89,18 @@ TEST_P(EveryCaptureTest, theAgentEndsWhenItIsToldTo)
 
     EXPECT_EQ(agent().process().waitForEnd(std::chrono::seconds(20)), Ending{.code = 0});
     EXPECT_TRUE(waitFor([this] { return !overlayIsUp(); }));
+}
+
+TEST_P(EveryCaptureTest, theAgentEndsWellWithTheDesktopDuringASelection)
+{
+    startAgent();
+    openOverlay();
+
+    desktop().end();
+
+    EXPECT_EQ(agent().process().waitForEnd(std::chrono::seconds(20)), Ending{})
+        << agent().process().errors().toStdString();
+    EXPECT_THAT(entriesOf(desktop().folder(u"pictures"_s)), testing::IsEmpty());
 }
 
 INSTANTIATE_TEST_SUITE_P(On, EveryCaptureTest, testing::ValuesIn(everyDesktop()),

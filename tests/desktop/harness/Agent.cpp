@@ -50,8 +50,10 @@ Agent::~Agent()
 {
     // A broken rule, or what a sanitizer found, perhaps only at the end: whatever the test looked
     // at.
-    if (m_process->terminate(usualLimit).signal == SIGABRT)
-        ADD_FAILURE() << "the agent aborted: " << m_process->errors().toStdString();
+    const int signal = m_process->terminate(usualLimit).signal;
+    if (signal == SIGABRT || signal == SIGSEGV || signal == SIGBUS || signal == SIGILL)
+        ADD_FAILURE() << "the agent ended by signal " << signal << ": "
+                      << m_process->errors().toStdString();
     m_desktop.stop(*m_process);
     QDBusConnection::disconnectFromBus(m_connectionName);
 }

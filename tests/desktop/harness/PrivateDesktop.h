@@ -39,6 +39,7 @@ public:
     QImage look(const QString &output) override;
     void paint(const QString &output, const QImage &picture) override;
     void openWindow(const WindowLook &look) override;
+    void end() override { m_server->end(); }
     QList<QByteArray> clipboardTypes() override;
     QByteArray clipboardBytes(const char *type, std::chrono::milliseconds limit) override;
 

@@ -72,6 +72,9 @@ public:
     /// Has the output of this name show `picture`, of its size in pixels, under all windows.
     virtual void paint(const QString &output, const QImage &picture) = 0;
 
+    /// Ends who shows the windows, under its clients.
+    virtual void end() = 0;
+
     /// Whether the desktop tells programs of others' windows.
     virtual bool listsWindows() const { return true; }
     /// Shows a window, wherever the desktop puts it, until the desktop ends.

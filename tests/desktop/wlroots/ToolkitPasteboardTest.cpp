@@ -19,7 +19,8 @@ namespace {
 using namespace Qt::StringLiterals;
 
 const QByteArray refusal = "lumacap: nothing was copied: this desktop lets only the program whose "
-                           "window has the keyboard fill the clipboard\n";
+                           "window has the keyboard fill the clipboard; a file can be saved "
+                           "instead\n";
 
 /// Whether a window of the program's is the focused one of sway's tree.
 bool isFocused(const QJsonObject &node)

@@ -179,7 +179,7 @@ void ToolkitPasteboard::write(std::unique_ptr<PasteboardItem> item)
     if (m_source != nullptr && item->types() == m_types) // who reads from now on gets this one
         return m_offered.set(std::move(item));
     std::fputs("lumacap: nothing was copied: this desktop lets only the program whose window has "
-               "the keyboard fill the clipboard\n",
+               "the keyboard fill the clipboard; a file can be saved instead\n",
                stderr);
 }
 

@@ -225,9 +225,13 @@ void GnomeDesktop::arrange(const GnomeArrangement &arrangement)
                       u"['scale-monitor-framebuffer']"_s);
     m_outputs = arranged(m_outputs, arrangement);
     static const QRegularExpression number(u"^\\(uint32 ([0-9]+)"_s);
+    const int units = arrangement.units == GnomeUnits::Points ? 1 : 2;
+    const QByteArray counting = "'layout-mode': <uint32 " + QByteArray::number(units) + '>';
     Answer refused;
     const bool isDone = waitFor([&] {
         const Answer state = askForMonitors(u"GetCurrentState"_s);
+        if (!state.output.contains(counting)) // what was switched on is not seen yet
+            return false;
         const QString serial = number.match(QString::fromUtf8(state.output)).captured(1);
         const QString temporarily = u"1"_s;
         refused = askForMonitors(

@@ -64,8 +64,7 @@ public:
     /// The bus as the test sees it.
     QDBusConnection &connection() { return m_connection; }
     Process &pipeWire() { return *m_pipeWire; }
-    /// Ends the shell under its clients.
-    void end() const { m_shell->terminate(); }
+    void end() override { m_shell->terminate(); }
 
 private:
     void startPipeWire();

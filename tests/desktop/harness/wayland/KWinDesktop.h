@@ -40,8 +40,7 @@ public:
     void configure(const QStringList &arguments);
     /// The bus as the test sees it.
     QDBusConnection &connection() { return m_connection; }
-    /// Ends the compositor under its clients.
-    void end() const { m_kwin->terminate(); }
+    void end() override { m_kwin->terminate(); }
 
 private:
     void writeSettings() const;

@@ -45,8 +45,7 @@ public:
     QByteArray answer(const QString &question);
     /// Has sway read its configuration anew.
     void reload() { command(QStringLiteral("reload")); }
-    /// Ends the compositor under its clients.
-    void end() const { m_sway->terminate(); }
+    void end() override { m_sway->terminate(); }
 
 private:
     Answer tell(const QStringList &words);

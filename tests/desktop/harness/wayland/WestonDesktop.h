@@ -33,8 +33,7 @@ public:
     QImage look(const QString &output) override;
     /// By a full-screen window: it has no layers.
     void paint(const QString &output, const QImage &picture) override;
-    /// Ends the compositor under its clients.
-    void end() const { m_weston->terminate(); }
+    void end() override { m_weston->terminate(); }
 
 private:
     QStringList backend();
