@@ -91,8 +91,11 @@ QCoro::Task<> SelectionOwner::handOver()
     const xcb_atom_t best = m_connection.atom(m_item->types().first());
     xcb_change_property(raw, XCB_PROP_MODE_REPLACE, m_window, property, XCB_ATOM_ATOM, 32, 1,
                         &best);
+    // By no time of ours: the server may have ticked between the change of the property that told
+    // it and the taking of the selection, and refuses it to a manager that comes with an earlier
+    // time.
     xcb_convert_selection(raw, m_window, manager, m_connection.atom("SAVE_TARGETS"), property,
-                          m_ownedSince);
+                          XCB_CURRENT_TIME);
     m_connection.flush();
     // A promise is kept once, however often a manager answers.
     m_handOver.emplace();
