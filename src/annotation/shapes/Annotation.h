@@ -41,8 +41,8 @@ public:
     virtual void drawWithImage(QPainter &context, const Rect<Canvas> &canvasBounds,
                                const QImage &frozenImage, double scaleFactor) const;
 
-    /// Whether it draws only what is near the box around the painter's clip, so that one drawing for
-    /// each part of the clip takes less time than one for all of it.
+    /// Whether it draws only what is near the box around the painter's clip, so that one drawing
+    /// for each part of the clip takes less time than one for all of it.
     virtual bool isDrawnInParts() const { return false; }
 
     /// Where it draws, and beyond which it changes no pixel; nothing where it draws nothing.
